@@ -1,0 +1,5 @@
+#include "zbasic/zobject.h"
+
+ZelObject::~ZelObject() = default;
+
+void ZelObject::check() const {}

@@ -1,0 +1,10 @@
+// The root of the callers' class trees.
+
+#pragma once
+
+namespace SV {
+
+// Empty: callers derive from it, nothing asks anything of it.
+class LinkHdl {};
+
+}  // namespace SV

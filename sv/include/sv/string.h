@@ -1,0 +1,247 @@
+// Text in the process code page: the string of every interface.
+
+#pragma once
+
+#include <atomic>
+#include <compare>
+#include <cstddef>
+#include <cstring>
+#include <functional>
+#include <iosfwd>
+#include <string_view>
+
+#include "sv/export.h"
+
+namespace SV {
+
+// 8-bit text in the process code page; may hold NUL bytes, and always has one
+// behind its last byte. Sizes and positions count bytes.
+//
+// Texts of up to 23 bytes are held in the object itself. Longer ones lie in a
+// block that copies share and that is copied by the first of them to be
+// changed, so copying a long text costs as much as counting up.
+//
+// Threads: two objects may be used by two threads at a time, also when they
+// share a block; one object needs the caller's lock.
+// Errors: `std::bad_alloc` where memory runs out, `std::length_error` for a
+// text longer than `kMaxSize`; the object then is as it was.
+class SV_API String {
+public:
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+    static constexpr std::size_t kInlineCapacity = 23;
+    static constexpr std::size_t kMaxSize = static_cast<std::size_t>(-1) / 4;
+
+    String() noexcept { setInline(0); }
+    String(const char* text) : String(text, text ? std::strlen(text) : 0) {}  // null: empty
+    String(const char* text, std::size_t size) {
+        if (size > kInlineCapacity) {
+            initHeap(text, size);
+        } else {
+            if (size) std::memcpy(m_inline, text, size);
+            setInline(size);
+        }
+    }
+    explicit String(std::string_view text) : String(text.data(), text.size()) {}
+    String(std::size_t count, char c);
+    String(const String& other) {
+        if (other.isHeap()) {
+            initShared(other);
+        } else {
+            std::memcpy(m_inline, other.m_inline, sizeof m_inline);
+        }
+    }
+    String(String&& other) noexcept {
+        std::memcpy(m_inline, other.m_inline, sizeof m_inline);
+        other.setInline(0);
+    }
+    String& operator=(const String& other);
+    String& operator=(String&& other) noexcept {
+        if (this != &other) {
+            release();
+            std::memcpy(m_inline, other.m_inline, sizeof m_inline);
+            other.setInline(0);
+        }
+        return *this;
+    }
+    String& operator=(const char* text) { return assign(text, text ? std::strlen(text) : 0); }
+    String& operator=(std::string_view text) { return assign(text.data(), text.size()); }
+    ~String() { release(); }
+
+    const char* c_str() const noexcept { return data(); }
+    const char* data() const noexcept { return isHeap() ? m_heap.block->text() : m_inline; }
+    std::size_t size() const noexcept {
+        return isHeap() ? m_heap.size : kInlineCapacity - static_cast<unsigned char>(mark());
+    }
+    bool empty() const noexcept { return size() == 0; }
+    std::size_t capacity() const noexcept {
+        return isHeap() ? m_heap.block->capacity : kInlineCapacity;
+    }
+    // No check of the index; the byte behind the last one is the NUL.
+    char operator[](std::size_t index) const noexcept { return data()[index]; }
+    const char* begin() const noexcept { return data(); }
+    const char* end() const noexcept { return data() + size(); }
+    operator std::string_view() const noexcept { return {data(), size()}; }
+
+    void clear() noexcept;               // keeps memory that nobody shares
+    void reserve(std::size_t capacity);  // room for that many bytes without a new block
+    String& append(const char* text, std::size_t size) {
+        char* const room = roomBehind(size);
+        if (!room) return appendSlow(text, size);
+        if (size) std::memcpy(room, text, size);  // no overlap: `room` lies behind our text
+        grewBy(size);
+        return *this;
+    }
+    String& append(std::string_view text) { return append(text.data(), text.size()); }
+    String& append(std::size_t count, char c);
+    String& assign(const char* text, std::size_t size);  // `text` may lie in this object
+    String& assign(std::string_view text) { return assign(text.data(), text.size()); }
+    String& operator+=(const String& text) { return append(text.data(), text.size()); }
+    String& operator+=(std::string_view text) { return append(text.data(), text.size()); }
+    String& operator+=(const char* text) { return append(text, text ? std::strlen(text) : 0); }
+    String& operator+=(char c) { return append(&c, 1); }
+
+    // Positions beyond the end count as the end.
+    String& insert(std::size_t pos, std::string_view text) { return replace(pos, 0, text); }
+    String& erase(std::size_t pos, std::size_t count = npos) { return replace(pos, count, {}); }
+    String& replace(std::size_t pos, std::size_t count, std::string_view text);
+    String substr(std::size_t pos, std::size_t count = npos) const;
+
+    // Position of the first (last) occurrence at or behind (at or before) `pos`, or `npos`.
+    std::size_t find(std::string_view text, std::size_t pos = 0) const noexcept {
+        return std::string_view(*this).find(text, pos);
+    }
+    std::size_t find(char c, std::size_t pos = 0) const noexcept {
+        return std::string_view(*this).find(c, pos);
+    }
+    std::size_t rfind(std::string_view text, std::size_t pos = npos) const noexcept {
+        return std::string_view(*this).rfind(text, pos);
+    }
+    std::size_t rfind(char c, std::size_t pos = npos) const noexcept {
+        return std::string_view(*this).rfind(c, pos);
+    }
+
+    // Copies with letters changed by the code page (umlauts are letters).
+    String Upper() const;
+    String Lower() const;
+
+    // The number at the start of the text, read with "." whatever the locale;
+    // 0 when there is none, infinity beyond the range of a double.
+    explicit operator double() const noexcept;
+
+    // By unsigned bytes.
+    friend bool operator==(const String& a, const String& b) noexcept {
+        return std::string_view(a) == std::string_view(b);
+    }
+    friend bool operator==(const String& a, std::string_view b) noexcept {
+        return std::string_view(a) == b;
+    }
+    friend bool operator==(const String& a, const char* b) noexcept {
+        return std::string_view(a) == (b ? std::string_view(b) : std::string_view());
+    }
+    friend std::strong_ordering operator<=>(const String& a, const String& b) noexcept {
+        return std::string_view(a) <=> std::string_view(b);
+    }
+    friend std::strong_ordering operator<=>(const String& a, std::string_view b) noexcept {
+        return std::string_view(a) <=> b;
+    }
+
+private:
+    struct Block {
+        std::atomic<std::size_t> owners;
+        std::size_t capacity;  // text bytes without the NUL
+
+        char* text() noexcept { return reinterpret_cast<char*>(this + 1); }
+    };
+    struct Heap {
+        Block* block;
+        std::size_t size;
+        std::size_t mark;  // its last byte is `kHeapMark`
+    };
+    // The last byte tells the two apart: a short text keeps its free bytes
+    // there (0 for 23 bytes of text, so that it is the closing NUL as well).
+    static constexpr char kHeapMark = 0x7F;
+    static constexpr std::size_t kHeapMarkWord = static_cast<std::size_t>(kHeapMark)
+                                                 << (8 * (sizeof(std::size_t) - 1));
+
+    char mark() const noexcept { return m_inline[kInlineCapacity]; }
+    bool isHeap() const noexcept { return mark() == kHeapMark; }
+    void setInline(std::size_t size) noexcept {
+        m_inline[size] = '\0';
+        m_inline[kInlineCapacity] = static_cast<char>(kInlineCapacity - size);
+    }
+    void setHeap(Block* block, std::size_t size) noexcept {
+        m_heap = {block, size, kHeapMarkWord};
+        block->text()[size] = '\0';
+    }
+    bool isUnique() const noexcept {
+        return m_heap.block->owners.load(std::memory_order_acquire) == 1;
+    }
+    // Where `size` more bytes go when they fit without a new block; else null.
+    char* roomBehind(std::size_t size) noexcept {
+        if (!isHeap()) {
+            return size <= static_cast<unsigned char>(mark()) ? m_inline + this->size() : nullptr;
+        }
+        const bool fits = size <= m_heap.block->capacity - m_heap.size && isUnique();
+        return fits ? m_heap.block->text() + m_heap.size : nullptr;
+    }
+    void grewBy(std::size_t size) noexcept {
+        if (isHeap()) {
+            setHeap(m_heap.block, m_heap.size + size);
+        } else {
+            setInline(this->size() + size);
+        }
+    }
+    void release() noexcept {
+        if (isHeap()) releaseBlock(m_heap.block);
+    }
+    void initHeap(const char* text, std::size_t size);
+    void initShared(const String& other);
+    String& appendSlow(const char* text, std::size_t size);
+    static Block* newBlock(std::size_t capacity);
+    static void releaseBlock(Block* block) noexcept;
+    std::size_t grownCapacity(std::size_t needed) const;
+
+    union {
+        char m_inline[kInlineCapacity + 1];
+        Heap m_heap;
+    };
+};
+
+SV_API String operator+(const String& a, std::string_view b);
+SV_API String operator+(std::string_view a, const String& b);
+inline String operator+(const String& a, const String& b) { return a + std::string_view(b); }
+inline String operator+(const String& a, const char* b) { return a + std::string_view(b ? b : ""); }
+inline String operator+(const char* a, const String& b) { return std::string_view(a ? a : "") + b; }
+inline String operator+(const String& a, char b) { return a + std::string_view(&b, 1); }
+inline String operator+(String&& a, std::string_view b) {
+    return static_cast<String&&>(a.append(b));
+}
+inline String operator+(String&& a, const String& b) {
+    return static_cast<String&&>(a.append(b.data(), b.size()));
+}
+inline String operator+(String&& a, const char* b) { return static_cast<String&&>(a += b); }
+inline String operator+(String&& a, char b) { return static_cast<String&&>(a += b); }
+
+SV_API std::ostream& operator<<(std::ostream& stream, const String& text);
+
+// The decimal integer at the start of `text` behind white space and a sign; 0
+// when there is none or `text` is null, the nearest limit beyond 32 bits.
+SV_API int h_atoi(const char* text) noexcept;
+SV_API long h_atol(const char* text) noexcept;
+inline int h_atoi(const String& text) noexcept { return h_atoi(text.c_str()); }
+inline long h_atol(const String& text) noexcept { return h_atol(text.c_str()); }
+
+// Between the process code page and UTF-8. Code page bytes without a character
+// become U+FFFD or the control character of that number, as the system has it;
+// characters that the code page lacks, and malformed UTF-8, become "?".
+SV_API String ConvertStringToUTF8String(const String& text);
+SV_API String ConvertUTF8StringToString(const String& utf8);
+
+}  // namespace SV
+
+template <>
+struct std::hash<SV::String> {
+    std::size_t operator()(const SV::String& text) const noexcept {
+        return std::hash<std::string_view>()(text);
+    }
+};
