@@ -1,0 +1,54 @@
+// Fonts.
+
+#pragma once
+
+#include "sv/color.h"
+#include "sv/export.h"
+#include "sv/string.h"
+
+struct HFONT__;
+
+namespace SV {
+
+struct Size {
+    int width = 0;
+    int height = 0;
+
+    friend constexpr bool operator==(const Size&, const Size&) = default;
+};
+
+// What is wanted of a font; `Create` makes the system's object of it.
+class SV_API Font {
+public:
+    // Numbers of the tool library's colours, as callers know them.
+    static constexpr int kWindowTextColor = 20;
+    static constexpr int kWindowColor = 21;
+
+    Font() = default;
+    // Sizes in pixels; a width of 0 lets the system choose.
+    Font(const String& face, Size size) : m_face(face), m_size(size) {}
+
+    const String& GetFace() const { return m_face; }
+    Size GetSize() const { return m_size; }
+    int GetCharSet() const { return m_charSet; }
+    void ChangeCharSet(int charSet) { m_charSet = charSet; }
+    int GetTextColor() const { return m_textColor; }
+    void ChangeTextColor(int number) { m_textColor = number; }
+    int GetFillColor() const { return m_fillColor; }
+    void ChangeFillColor(int number) { m_fillColor = number; }
+    bool IsTransparent() const { return m_isTransparent; }
+    void ChangeTransparent(bool isTransparent) { m_isTransparent = isTransparent; }
+
+    // A new GDI font, which the caller deletes with `DeleteObject`; null on failure.
+    HFONT__* Create() const;
+
+private:
+    String m_face;
+    Size m_size;
+    int m_charSet = 1;  // DEFAULT_CHARSET
+    int m_textColor = kWindowTextColor;
+    int m_fillColor = kWindowColor;
+    bool m_isTransparent = true;
+};
+
+}  // namespace SV

@@ -1,0 +1,31 @@
+// The help file of the program.
+
+#pragma once
+
+#include "sv/export.h"
+#include "sv/string.h"
+
+namespace SV {
+
+class SV_API Help {
+public:
+    // What `Enable` is given by callers: help by keyboard and by menu.
+    static constexpr int kFullHelp = 3;
+
+    // Switches help on with that file (mode 0: off).
+    void Enable(int mode, const String& fileName) {
+        m_mode = mode;
+        m_fileName = fileName;
+    }
+    int GetMode() const { return m_mode; }
+    const String& GetFileName() const { return m_fileName; }
+
+    // Opens the file in the system's viewer; false when help is off or that failed.
+    bool Show() const;
+
+private:
+    int m_mode = 0;
+    String m_fileName;
+};
+
+}  // namespace SV

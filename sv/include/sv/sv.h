@@ -1,0 +1,16 @@
+// The whole class library.
+
+#pragma once
+
+#include "sv/application.h"
+#include "sv/color.h"
+#include "sv/datetime.h"
+#include "sv/export.h"
+#include "sv/font.h"
+#include "sv/help.h"
+#include "sv/image.h"
+#include "sv/international.h"
+#include "sv/linkhdl.h"
+#include "sv/resource.h"
+#include "sv/string.h"
+#include "sv/window.h"
