@@ -31,9 +31,11 @@ enum class SysChangeType : std::int32_t {
 class SV_API Application {
 public:
     // Codes of `Exception`.
-    static constexpr long kResourceMissing = 256;      // detail: its number
-    static constexpr long kSystemObjectFailed = 512;   // detail: the system's error code
-    static constexpr long kResourceFileFailed = 1024;  // detail: address of the file's name
+    enum ExceptionCode : long {
+        kResourceMissing = 256,      // detail: its number
+        kSystemObjectFailed = 512,   // detail: the system's error code
+        kResourceFileFailed = 1024,  // detail: address of the file's name
+    };
 
     Application();
     Application(const Application&) = delete;
@@ -94,7 +96,6 @@ private:
     International m_international;
     Help* m_help = nullptr;
     bool m_isBusy = false;
-    bool m_isQuitting = false;
 };
 
 // An application whose documents lie in child windows of one frame.

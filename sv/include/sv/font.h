@@ -21,8 +21,7 @@ struct Size {
 class SV_API Font {
 public:
     // Numbers of the tool library's colours, as callers know them.
-    static constexpr int kWindowTextColor = 20;
-    static constexpr int kWindowColor = 21;
+    enum ColorNumber : int { kWindowTextColor = 20, kWindowColor = 21 };
 
     Font() = default;
     // Sizes in pixels; a width of 0 lets the system choose.

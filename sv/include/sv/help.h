@@ -10,9 +10,9 @@ namespace SV {
 class SV_API Help {
 public:
     // What `Enable` is given by callers: help by keyboard and by menu.
-    static constexpr int kFullHelp = 3;
+    enum Mode : int { kOff = 0, kFullHelp = 3 };
 
-    // Switches help on with that file (mode 0: off).
+    // Switches help on with that file (`kOff`: off).
     void Enable(int mode, const String& fileName) {
         m_mode = mode;
         m_fileName = fileName;
@@ -24,7 +24,7 @@ public:
     bool Show() const;
 
 private:
-    int m_mode = 0;
+    int m_mode = kOff;
     String m_fileName;
 };
 

@@ -14,6 +14,14 @@
 
 namespace SV {
 
+// The constants of `String`. A base of its own: constants of an exported class cannot be bound
+// to references in a program that imports it.
+struct StringConstants {
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
+    static constexpr std::size_t kInlineCapacity = 23;
+    static constexpr std::size_t kMaxSize = static_cast<std::size_t>(-1) / 4;
+};
+
 // 8-bit text in the process code page; may hold NUL bytes, and always has one
 // behind its last byte. Sizes and positions count bytes.
 //
@@ -25,12 +33,8 @@ namespace SV {
 // share a block; one object needs the caller's lock.
 // Errors: `std::bad_alloc` where memory runs out, `std::length_error` for a
 // text longer than `kMaxSize`; the object then is as it was.
-class SV_API String {
+class SV_API String : public StringConstants {
 public:
-    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
-    static constexpr std::size_t kInlineCapacity = 23;
-    static constexpr std::size_t kMaxSize = static_cast<std::size_t>(-1) / 4;
-
     String() noexcept { setInline(0); }
     String(const char* text) : String(text, text ? std::strlen(text) : 0) {}  // null: empty
     String(const char* text, std::size_t size) {

@@ -11,6 +11,7 @@
 #include "sv/image.h"
 #include "sv/international.h"
 #include "sv/linkhdl.h"
+#include "sv/path.h"
 #include "sv/resource.h"
 #include "sv/string.h"
 #include "sv/window.h"

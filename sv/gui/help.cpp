@@ -1,0 +1,18 @@
+#include "sv/help.h"
+
+#include <cstdint>
+
+#include <windows.h>
+#include <shellapi.h>
+
+namespace SV {
+
+bool Help::Show() const {
+    if (m_mode == kOff || m_fileName.empty()) return false;
+    // The result is a handle in name only: above 32 means that the viewer was started.
+    const auto result = reinterpret_cast<std::intptr_t>(
+        ::ShellExecuteA(nullptr, "open", m_fileName.c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+    return result > 32;
+}
+
+}  // namespace SV

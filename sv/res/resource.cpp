@@ -1,0 +1,98 @@
+#include "sv/resource.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "sv/application.h"
+#include "sv/path.h"
+
+#include <windows.h>
+
+namespace SV {
+
+namespace {
+
+ResMgr* g_current = nullptr;
+
+// All living managers in the order of loading.
+std::vector<const ResMgr*>& managers() {
+    static std::vector<const ResMgr*> all;
+    return all;
+}
+
+// The exception's detail has 32 bits, an address 64: the name goes to a page of the lowest 4 GiB.
+unsigned long nameForException(const String& fileName) {
+    constexpr std::size_t kPageSize = 4096;
+    constexpr std::uintptr_t kFirst = 0x10000000, kLast = 0xF0000000, kStep = 0x1000000;
+    static char* page = nullptr;
+    for (std::uintptr_t hint = kFirst; !page && hint <= kLast; hint += kStep) {
+        page = static_cast<char*>(::VirtualAlloc(reinterpret_cast<void*>(hint), kPageSize,
+                                                 MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+    }
+    if (!page) return 0;
+    const std::size_t length = std::min(fileName.size(), kPageSize - 1);
+    std::memcpy(page, fileName.data(), length);
+    page[length] = '\0';
+    return static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(page));
+}
+
+HMODULE loadAsData(const String& fileName) {
+    const String path = IsAbsolutePath(fileName) ? fileName : GetProgramDirectory() + fileName;
+    return ::LoadLibraryExA(path.c_str(), nullptr,
+                            LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE);
+}
+
+}  // namespace
+
+ResMgr::ResMgr(const String& fileName) : m_fileName(fileName), m_module(loadAsData(fileName)) {
+    managers().push_back(this);
+    if (m_module) return;
+    if (Application* const application = GetpApp()) {
+        application->Exception(Application::kResourceFileFailed, nameForException(fileName));
+    }
+}
+
+ResMgr::~ResMgr() {
+    std::erase(managers(), this);
+    if (g_current == this) g_current = nullptr;
+    if (m_module) ::FreeLibrary(static_cast<HMODULE>(m_module));
+}
+
+bool ResMgr::FindString(std::uint32_t number, String& text) const {
+    if (!m_module) return false;
+    const wchar_t* wide = nullptr;  // a size of 0 asks for the place instead of a copy
+    const int length =
+        ::LoadStringW(static_cast<HMODULE>(m_module), number, reinterpret_cast<wchar_t*>(&wide), 0);
+    if (length <= 0) return false;
+    std::string narrow(static_cast<std::size_t>(2 * length), '\0');
+    const int size =
+        ::WideCharToMultiByte(CP_ACP, 0, wide, length, narrow.data(), 2 * length, nullptr, nullptr);
+    text.assign(narrow.data(), static_cast<std::size_t>(size));
+    return true;
+}
+
+ResMgr* Resource::GetResManager() { return g_current; }
+
+void Resource::SetResManager(ResMgr* manager) { g_current = manager; }
+
+bool Resource::FindString(std::uint32_t number, String& text) {
+    if (g_current && g_current->FindString(number, text)) return true;
+    return std::ranges::any_of(
+        managers(), [&](const ResMgr* manager) { return manager->FindString(number, text); });
+}
+
+String Resource::GetString(const ResId& id) {
+    ResMgr* const first = g_current;
+    String text;
+    while (!g_current || !g_current->FindString(id.number, text)) {
+        Application* const application = GetpApp();
+        if (!application || !application->Exception(Application::kResourceMissing, id.number))
+            break;
+    }
+    g_current = first;
+    return text;
+}
+
+}  // namespace SV
