@@ -1,0 +1,8 @@
+// Text by a `printf` format, of any length.
+
+#pragma once
+
+#include "sv/string.h"
+
+// A null text argument shows as "(null)".
+SV::String formatted(const char* format, ...) __attribute__((format(gnu_printf, 1, 2)));

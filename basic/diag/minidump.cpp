@@ -1,0 +1,99 @@
+#include <algorithm>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "diag/format.h"
+#include "diag/winowner.h"
+#include "zbasic/ztrace.h"
+
+#include <windows.h>
+
+#include <dbghelp.h>
+
+namespace {
+
+constexpr std::size_t kMaxNamePart = 40;  // keeps the path below the system's limit
+constexpr std::string_view kForbidden = "<>:\"/\\|?*";
+constexpr int kMaxAttempts = 1000;
+
+// Where the threads and their stacks stand, without the program's data, in which secrets may lie.
+constexpr auto kContent = static_cast<MINIDUMP_TYPE>(MiniDumpNormal | MiniDumpWithThreadInfo |
+                                                     MiniDumpWithUnloadedModules);
+
+using WriteDump = decltype(&::MiniDumpWriteDump);
+
+std::mutex g_mutex;  // the debug-help library is made for one thread at a time
+int g_count = 0;     // of names tried in this process
+
+std::string fileNameOf(std::string_view path) {
+    return std::string(path.substr(path.find_last_of("\\/:") + 1));
+}
+
+// A piece of a file name: whatever that cannot hold becomes "-".
+std::string namePart(std::string_view path) {
+    std::string name = fileNameOf(path).substr(0, kMaxNamePart);
+    const auto isForbidden = [](char c) {
+        return static_cast<unsigned char>(c) < ' ' || kForbidden.find(c) != std::string_view::npos;
+    };
+    std::replace_if(name.begin(), name.end(), isForbidden, '-');
+    return name;
+}
+
+std::string programName() {
+    char path[MAX_PATH] = "";
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH - 1);
+    const std::string name = fileNameOf(path);
+    return namePart(name.substr(0, name.rfind('.')));
+}
+
+std::string temporaryDirectory() {
+    char path[MAX_PATH + 1] = "";
+    return {path, std::min<std::size_t>(::GetTempPathA(sizeof path, path), MAX_PATH)};
+}
+
+struct DumpFile {
+    std::string path;
+    WinFile file;
+};
+
+DumpFile createDumpFile(const char* source, unsigned long line) {
+    SYSTEMTIME now = {};
+    ::GetLocalTime(&now);
+    const std::string start = temporaryDirectory() + programName();
+    const std::string sourceName = namePart(source ? source : "");
+    DumpFile dump;
+    for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
+        dump.path = std::string(formatted("%s_%04d%02d%02d_%02d%02d%02d_%s_%lu_%lu_%d.dmp",
+                                          start.c_str(), now.wYear, now.wMonth, now.wDay, now.wHour,
+                                          now.wMinute, now.wSecond, sourceName.c_str(), line,
+                                          ::GetCurrentProcessId(), ++g_count));
+        dump.file.reset(::CreateFileA(dump.path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+        // A file of an earlier process with our id is left alone.
+        if (dump.file || ::GetLastError() != ERROR_FILE_EXISTS) break;
+    }
+    return dump;
+}
+
+}  // namespace
+
+DumpEC Fct_CreateMiniDump(const char* file, unsigned long line) {
+    const std::lock_guard lock(g_mutex);
+    // Loaded only now, so that starting a program does not pay for it.
+    const WinModule helper(::LoadLibraryExA("dbghelp.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
+    if (!helper) return kDumpNoHelper;
+    const auto write = reinterpret_cast<WriteDump>(
+        reinterpret_cast<void*>(::GetProcAddress(helper.get(), "MiniDumpWriteDump")));
+    if (!write) return kDumpNoHelper;
+
+    DumpFile dump = createDumpFile(file, line);
+    if (!dump.file) return kDumpNoFile;
+    if (write(::GetCurrentProcess(), ::GetCurrentProcessId(), dump.file.get(), kContent, nullptr,
+              nullptr, nullptr)) {
+        return kDumpWritten;
+    }
+    dump.file.reset();
+    ::DeleteFileA(dump.path.c_str());
+    return kDumpNotWritten;
+}
