@@ -1,0 +1,131 @@
+#include "app/zeventdispatcher.h"
+
+#include <algorithm>
+#include <atomic>
+
+namespace {
+
+// Both outlive the dispatcher: static objects of programs are destroyed after it.
+constinit std::atomic<ZelEventDispatcher*> g_dispatcher = nullptr;
+constinit std::atomic<bool> g_isShutDown = false;
+
+// The position of a type among the listed ones; beyond their number for any other.
+std::size_t indexOf(ZelEventType type) {
+    return static_cast<std::uint32_t>(type) - static_cast<std::uint32_t>(ZelEvent_First);
+}
+
+}  // namespace
+
+// Ends with the handlers or by what one of them throws.
+class ZelEventActionSeq::Dispatching {
+public:
+    explicit Dispatching(ZelEventActionSeq& sequence) : m_sequence(sequence) {
+        ++m_sequence.m_depth;
+    }
+    Dispatching(const Dispatching&) = delete;
+    Dispatching& operator=(const Dispatching&) = delete;
+    ~Dispatching() {
+        if (--m_sequence.m_depth == 0 && m_sequence.m_hasRemoved) m_sequence.purge();
+    }
+
+private:
+    ZelEventActionSeq& m_sequence;
+};
+
+void ZelEventActionSeq::add(ZelEventListener* listener, ZelEventListener::Handler handler,
+                            ZelEventPriority priority) {
+    // Relied on by callers: the newest of equal priority comes first.
+    const auto place = std::ranges::find_if(
+        m_entries, [priority](const Entry& entry) { return entry.priority <= priority; });
+    m_entries.insert(place, {listener, handler, m_nextSerial, priority});
+    ++m_nextSerial;
+}
+
+void ZelEventActionSeq::remove(const ZelEventListener* listener) {
+    if (m_depth == 0) {
+        std::erase_if(m_entries,
+                      [listener](const Entry& entry) { return entry.listener == listener; });
+        return;
+    }
+    for (Entry& entry : m_entries) {
+        if (entry.listener == listener) entry.listener = nullptr;
+    }
+    m_hasRemoved = true;
+}
+
+void ZelEventActionSeq::dispatch(ZelEvent& event) {
+    const Dispatching dispatching(*this);
+    const Serial end = m_nextSerial;  // what is registered from here on has to wait
+    Serial seen = end;
+    std::size_t count = m_entries.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const Entry& entry = m_entries[i];
+        if (!entry.listener || entry.serial >= end) continue;
+        const Serial serial = entry.serial;
+        (entry.listener->*entry.handler)(&event);
+        if (m_nextSerial == seen) continue;
+        // A registration has moved the entries. None goes meanwhile, so ours is there.
+        seen = m_nextSerial;
+        count = m_entries.size();
+        i = find(serial);
+    }
+}
+
+std::size_t ZelEventActionSeq::find(Serial serial) const {
+    const auto entry = std::ranges::find(m_entries, serial, &Entry::serial);
+    return static_cast<std::size_t>(entry - m_entries.begin());
+}
+
+void ZelEventActionSeq::purge() {
+    std::erase_if(m_entries, [](const Entry& entry) { return !entry.listener; });
+    m_hasRemoved = false;
+}
+
+ZelEventDispatcher* ZelEventDispatcher::instance() {
+    if (g_isShutDown) return nullptr;
+    static ZelEventDispatcher dispatcher;
+    return &dispatcher;
+}
+
+ZelEventDispatcher* ZelEventDispatcher::current() {
+    return g_dispatcher.load(std::memory_order_acquire);
+}
+
+ZelEventDispatcher::ZelEventDispatcher() { g_dispatcher = this; }
+
+ZelEventDispatcher::~ZelEventDispatcher() {
+    g_isShutDown = true;
+    g_dispatcher = nullptr;
+}
+
+void ZelEventDispatcher::add(ZelEventType type, ZelEventListener* listener,
+                             ZelEventListener::Handler handler, ZelEventPriority priority) {
+    ZelEventActionSeq& sequence = sequenceOf(type);
+    std::vector<ZelEventActionSeq*>& memberships = m_memberships[listener];
+    if (std::ranges::find(memberships, &sequence) == memberships.end()) {
+        memberships.push_back(&sequence);
+    }
+    sequence.add(listener, handler, priority);
+}
+
+void ZelEventDispatcher::remove(const ZelEventListener* listener) {
+    const auto found = m_memberships.find(listener);
+    if (found == m_memberships.end()) return;
+    for (ZelEventActionSeq* sequence : found->second) sequence->remove(listener);
+    m_memberships.erase(found);
+}
+
+void ZelEventDispatcher::dispatch(ZelEvent& event) {
+    const std::size_t index = indexOf(event.getEventType());
+    if (index < kListed) {
+        m_listed[index].dispatch(event);
+        return;
+    }
+    const auto other = m_others.find(event.getEventType());
+    if (other != m_others.end()) other->second.dispatch(event);
+}
+
+ZelEventActionSeq& ZelEventDispatcher::sequenceOf(ZelEventType type) {
+    const std::size_t index = indexOf(type);
+    return index < kListed ? m_listed[index] : m_others[type];
+}

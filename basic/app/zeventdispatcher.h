@@ -1,0 +1,73 @@
+// Who is told of which event.
+
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <unordered_map>
+#include <vector>
+
+#include "zbasic/zevent.h"
+
+// The handlers of one event type, in the order in which they are called.
+//
+// While they are being called (also by a trigger inside a handler), entries of a
+// listener that goes only lose their listener; the outermost dispatch purges them.
+class ZelEventActionSeq {
+public:
+    void add(ZelEventListener* listener, ZelEventListener::Handler handler,
+             ZelEventPriority priority);
+    void remove(const ZelEventListener* listener);
+    void dispatch(ZelEvent& event);
+
+private:
+    using Serial = std::uint64_t;  // counts registrations
+
+    struct Entry {
+        ZelEventListener* listener;  // null: removed
+        ZelEventListener::Handler handler;
+        Serial serial;
+        ZelEventPriority priority;
+    };
+
+    class Dispatching;
+
+    std::size_t find(Serial serial) const;
+    void purge();
+
+    std::vector<Entry> m_entries;
+    Serial m_nextSerial = 0;
+    int m_depth = 0;  // of dispatches
+    bool m_hasRemoved = false;
+};
+
+// All sequences of the process.
+class ZelEventDispatcher {
+public:
+    // Made on first use; null once it has been destroyed at process exit.
+    static ZelEventDispatcher* instance();
+    // As it is: null when nothing was ever registered, too.
+    static ZelEventDispatcher* current();
+
+    ZelEventDispatcher(const ZelEventDispatcher&) = delete;
+    ZelEventDispatcher& operator=(const ZelEventDispatcher&) = delete;
+    ~ZelEventDispatcher();
+
+    void add(ZelEventType type, ZelEventListener* listener, ZelEventListener::Handler handler,
+             ZelEventPriority priority);
+    void remove(const ZelEventListener* listener);
+    void dispatch(ZelEvent& event);
+
+private:
+    static constexpr std::size_t kListed = ZelEvent_Last - ZelEvent_First + 1;
+
+    ZelEventDispatcher();
+    ZelEventActionSeq& sequenceOf(ZelEventType type);
+
+    std::array<ZelEventActionSeq, kListed> m_listed;
+    std::map<std::int32_t, ZelEventActionSeq> m_others;
+    // Where a listener has entries, so that its end need not look everywhere.
+    std::unordered_map<const ZelEventListener*, std::vector<ZelEventActionSeq*>> m_memberships;
+};
