@@ -1,0 +1,150 @@
+// The readers: blocks of a file, and lines from blocks.
+
+#include <emmintrin.h>
+
+#include <bit>
+#include <cstring>
+
+#include "text/inputfile.h"
+#include "zbasic/ztextparser.h"
+
+namespace {
+
+constexpr std::int32_t kBlockSize = 8192;
+constexpr std::size_t kTooLong = 8192;  // bytes of a line without its end
+
+// The search for a line end looks at this many bytes at a time, and so past the block.
+constexpr std::ptrdiff_t kStep = sizeof(__m128i);
+
+constexpr char kTooLongMessage[] =
+    "INTERNAL ERROR!\nThe maximum line length has been exceeded. Max. 8192 characters are allowed "
+    "per line! Aborting program.\n";
+
+// The first CR or LF, else `end`. At least `kStep` bytes behind `end` must be readable.
+char* findLineEnd(char* begin, char* end) {
+    const __m128i cr = _mm_set1_epi8('\r');
+    const __m128i lf = _mm_set1_epi8('\n');
+    for (char* at = begin; at < end; at += kStep) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+        const __m128i hits = _mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf));
+        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(hits));
+        if (mask) return std::min(at + std::countr_zero(mask), end);
+    }
+    return end;
+}
+
+}  // namespace
+
+ZelLineReader::~ZelLineReader() = default;
+
+ZelFileReader::ZelFileReader(const SV::String& fileName)
+    : m_file(noInputFile()),
+      m_fileName(fileName),
+      m_buffer(std::make_unique<char[]>(kBlockSize + kStep)),
+      m_position(m_buffer.get()),
+      m_end(m_buffer.get()) {}
+
+ZelFileReader::~ZelFileReader() {
+    if (isOpen()) closeInputFile(m_file);
+}
+
+bool ZelFileReader::Done() {
+    if (isOpen()) closeInputFile(m_file);
+    m_file = noInputFile();
+    return true;
+}
+
+std::int64_t ZelFileReader::GetCurrentOffset() const {
+    return m_bufferOffset + GetInBufferOffset();
+}
+
+bool ZelFileReader::Is2CharsForNewline() const { return m_is2CharsForNewline; }
+
+bool ZelFileReader::_ImpRead() {
+    if (m_lastCount >= 1) m_bufferOffset += m_lastCount;
+    std::optional<std::int32_t> count;
+    if (m_lastCount != 0) count = readInputFile(m_file, m_buffer.get(), kBlockSize);
+    if (!count) m_bufferOffset = 0;
+    m_lastCount = count.value_or(0);
+    m_position = m_buffer.get();
+    m_end = m_position + m_lastCount;
+    return count.has_value();
+}
+
+bool ZelFileReader::MoveTo(std::int64_t offset) {
+    if (!seekInputFile(m_file, offset)) return false;
+    m_lastCount = -1;
+    m_bufferOffset = offset;
+    return _ImpRead();
+}
+
+double ZelFileReader::GetCurrentPercent() const {
+    if (m_fileSize == 0) return 0.0;
+    return static_cast<double>(GetCurrentOffset()) / static_cast<double>(m_fileSize) * 100.0;
+}
+
+bool ZelFileReader::_ImpOpenFile() {
+    Done();
+    m_file = openInputFile(m_fileName.c_str());
+    if (!isOpen()) return false;
+    const auto size = inputFileSize(m_file);
+    if (!size) Done();
+    m_fileSize = size.value_or(0);
+    return size.has_value();
+}
+
+bool ZelFileReader::isOpen() const { return m_file != noInputFile(); }
+
+ZelTextFileReader::ZelTextFileReader(const SV::String& fileName) : ZelFileReader(fileName) {}
+
+ZelTextFileReader::~ZelTextFileReader() = default;
+
+bool ZelTextFileReader::Init() {
+    m_is2CharsForNewline = false;
+    m_lastCount = -1;
+    m_bufferOffset = 0;
+    return _ImpOpenFile() && _ImpRead();
+}
+
+bool ZelTextFileReader::GetLine(SV::String& line) {
+    if (!isOpen() || m_lastCount == 0) return false;
+    char* const lineEnd = findLineEnd(m_position, m_end);
+    if (m_end - lineEnd < 2) return assembleLine(line);
+    m_is2CharsForNewline = lineEnd[0] == '\r' && lineEnd[1] == '\n';
+    *lineEnd = '\n';  // in our own block, which nobody reads again, so that one copy is enough
+    line.assign(m_position, static_cast<std::size_t>(lineEnd + 1 - m_position));
+    m_position = lineEnd + 1 + m_is2CharsForNewline;
+    return true;
+}
+
+// The line that the end of the block cuts, its line end perhaps.
+[[gnu::noinline]] bool ZelTextFileReader::assembleLine(SV::String& line) {
+    char text[kTooLong];
+    std::size_t size = 0;
+    for (;;) {
+        char* const lineEnd = findLineEnd(m_position, m_end);
+        const auto run = static_cast<std::size_t>(lineEnd - m_position);
+        // Relied on by callers: an over-long line ends the process.
+        if (size + run >= kTooLong) stopProcess(kTooLongMessage);
+        std::memcpy(text + size, m_position, run);
+        size += run;
+        m_position = lineEnd;
+        if (lineEnd != m_end) break;
+        if (!_ImpRead()) return false;
+        if (m_lastCount == 0) break;
+    }
+    const bool atEndOfFile = m_position == m_end;
+    if (atEndOfFile && size == 0) return false;
+    skipLineEnd();
+    text[size] = '\n';
+    line.assign(text, size + 1);
+    return true;
+}
+
+void ZelTextFileReader::skipLineEnd() {
+    m_is2CharsForNewline = false;
+    if (m_position == m_end || *m_position++ != '\r') return;
+    if (m_position == m_end && !_ImpRead()) return;
+    m_is2CharsForNewline = m_position != m_end && *m_position == '\n';
+    m_position += m_is2CharsForNewline;
+}
