@@ -1,42 +1,71 @@
 #!/usr/bin/env bash
-# Cross-builds what the build links, once, from Debian's source packages into a cache outside the
-# build tree, and prints the cache's folder for CMAKE_PREFIX_PATH.
+# Cross-builds what the build links, once, into a cache outside the build tree, and prints the
+# folders for CMake, separated by semicolons.
 #
-# A library's folder carries its version, options and compiler in its name: another version or
-# compiler makes a new one, a second checkout finds the first one's.
+# Sources are Debian's. A library's folder carries its version, options and compiler in its name:
+# another version or compiler makes a new one, a second checkout finds the first one's.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache=${ZBASIC_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/zbasic}
-compiler=x86_64-w64-mingw32-g++-posix
-toolchain=$root/cmake/mingw-w64-x86_64.cmake
-compiler_version=$("$compiler" -dumpfullversion)
+compiler_version=$(x86_64-w64-mingw32-g++-posix -dumpfullversion)
+
+# Source packages come from the archives that this system uses, through an apt directory of our
+# own: the system's configuration stays as it is.
+apt_home=$cache/apt
+apt_options=(-o Dir::Etc::sourcelist=/dev/null -o "Dir::Etc::sourceparts=$apt_home/parts"
+    -o "Dir::State::lists=$apt_home/lists" -o "Dir::Cache=$apt_home/cache")
+# apt's sandbox user cannot write into root's home.
+[ "$(id -u)" -ne 0 ] || apt_options+=(-o APT::Sandbox::User=root)
+
+update_source_lists() {
+    mkdir -p "$apt_home/parts" "$apt_home/lists/partial" "$apt_home/cache/archives/partial"
+    local file
+    for file in /etc/apt/sources.list.d/*.sources; do
+        [ -f "$file" ] || continue
+        sed 's/^Types:.*/Types: deb-src/' "$file" >"$apt_home/parts/${file##*/}"
+    done
+    for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+        [ -f "$file" ] || continue
+        sed -n 's/^deb /deb-src /p' "$file" >"$apt_home/parts/$(basename "$file" .list).list"
+    done
+    apt-get "${apt_options[@]}" -qq update >&2
+}
+
+# The versions of a source package, newest first; the lists are fetched when there are none.
+source_versions() {
+    compgen -G "$apt_home/lists/*Sources*" >/dev/null || update_source_lists
+    apt-cache "${apt_options[@]}" showsrc --only-source "$1" |
+        sed -n 's/^Version: //p' | sort -rV
+}
+
+# unpack_source PACKAGE VERSION FOLDER: its sources with Debian's patches, in FOLDER/<one folder>.
+unpack_source() {
+    (cd "$3" && apt-get "${apt_options[@]}" -qq source "$1=$2") >"$3/apt.log" 2>&1
+}
 
 package_version() { dpkg-query -W -f='${Version}' "$1"; }
 
-# key NAME VERSION OPTIONS...: the folder of a library built just so.
-key() {
+# prefix_of NAME VERSION OPTIONS...: the folder of a library built just so.
+prefix_of() {
     local name=$1 version=$2
     shift 2
     local options
     options=$(printf '%s\n' "$@" | sha256sum | cut -c1-8)
-    printf '%s/deps/%s-%s-gcc%s-%s' "$cache" "$name" "${version//[:~]/_}" "$compiler_version" "$options"
+    printf '%s/deps/%s-%s-gcc%s-%s' "$cache" "$name" "${version//[:~]/_}" "$compiler_version" \
+        "$options"
 }
 
-# cmake_library NAME VERSION SOURCES OPTIONS...: configure, build and install one CMake project.
-# Installed beside the final place and moved there whole, so that an interrupted run leaves nothing.
+# cmake_library PREFIX SOURCES OPTIONS...: configures, builds and installs a CMake project. It is
+# installed elsewhere and moved into place whole, so that an interrupted run leaves nothing behind.
 cmake_library() {
-    local name=$1 version=$2 sources=$3
-    shift 3
-    local prefix
-    prefix=$(key "$name" "$version" "$@")
-    printf '%s\n' "$prefix"
-    [ -d "$prefix" ] && return
-    local work
+    local prefix=$1 sources=$2 work
+    shift 2
     work=$(mktemp -d)
     {
-        cmake -S "$sources" -B "$work/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
-            -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$work/install" "$@" &&
+        cmake -S "$sources" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+            -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" \
+            -DCMAKE_INSTALL_PREFIX="$work/install" "$@" &&
             cmake --build "$work/build" && cmake --install "$work/build"
     } >"$work/log" 2>&1 || { tail -n 30 "$work/log" >&2; return 1; }
     mkdir -p "$(dirname "$prefix")"
@@ -44,7 +73,41 @@ cmake_library() {
     rm -rf "$work"
 }
 
-googletest=$(cmake_library googletest "$(package_version googletest)" /usr/src/googletest \
-    -DINSTALL_GTEST=ON -DBUILD_GMOCK=OFF)
+googletest() {
+    local options=(-DINSTALL_GTEST=ON -DBUILD_GMOCK=OFF) prefix
+    prefix=$(prefix_of googletest "$(package_version googletest)" "${options[@]}")
+    [ -d "$prefix" ] || cmake_library "$prefix" /usr/src/googletest "${options[@]}" || return 1
+    printf '%s' "$prefix"
+}
 
-printf '%s\n' "$googletest"
+# debian_library PACKAGE OPTIONS...: a library from Debian's sources. A listed version that was built
+# before serves; else the newest that can be fetched (an archive's copy may lack the very newest).
+debian_library() {
+    local package=$1 versions version prefix sources
+    shift
+    versions=$(source_versions "$package")
+    for version in $versions; do
+        prefix=$(prefix_of "$package" "$version" "$@")
+        if [ -d "$prefix" ]; then
+            printf '%s' "$prefix"
+            return
+        fi
+    done
+    sources=$(mktemp -d)
+    for version in $versions; do
+        unpack_source "$package" "$version" "$sources" || continue
+        prefix=$(prefix_of "$package" "$version" "$@")
+        cmake_library "$prefix" "$sources/$package"-*/ "$@" || return 1
+        rm -rf "$sources"
+        printf '%s' "$prefix"
+        return
+    done
+    echo "No version of Debian's source package $package can be fetched:" >&2
+    tail -n 5 "$sources/apt.log" >&2
+    return 1
+}
+
+googletest_folder=$(googletest)
+# Pictures of the sample host. Its compression is Debian's libz-mingw-w64-dev.
+libpng_folder=$(debian_library libpng1.6 -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF)
+printf '%s;%s\n' "$googletest_folder" "$libpng_folder"
