@@ -190,7 +190,7 @@ bool ZelTextParser::readUntil(char stop, const char* escape, bool consumeStop, S
     for (;;) {
         const char* const found = findStop(m_rest, m_lineEnd, stop, escape);
         if (out) out->append(m_rest, static_cast<std::size_t>(found - m_rest));
-        m_rest = found;
+        m_spaces = m_token = m_rest = found;
         if (found != m_lineEnd) break;
         if (!readLine()) return false;
     }
@@ -201,8 +201,8 @@ bool ZelTextParser::readUntil(char stop, const char* escape, bool consumeStop, S
 
 void ZelTextParser::putBackLookAhead() {
     const auto spaces = static_cast<std::size_t>(m_spaces - m_line.data());
-    const std::size_t earlier = m_earlierSpaces.size();
-    if (earlier == 0) return startAt(spaces);
+    m_spaceLineFeeds = 0;
+    if (m_earlierSpaces.empty()) return startAt(spaces);
     m_line.replace(0, spaces, m_earlierSpaces);
     m_earlierSpaces.clear();
     startAt(0);

@@ -1,0 +1,120 @@
+#include "text/text_model.h"
+
+#include <algorithm>
+#include <cstring>
+
+bool ModelReader::getLine(std::string& line) {
+    if (m_offset >= m_text.size()) return false;
+    line.clear();
+    while (m_offset < m_text.size() && m_text[m_offset] != '\r' && m_text[m_offset] != '\n') {
+        line += m_text[m_offset++];
+    }
+    const std::string ending = m_text.substr(m_offset, 2);
+    m_is2CharsForNewline = ending == "\r\n";
+    m_offset += m_is2CharsForNewline ? 2 : std::min<std::size_t>(ending.size(), 1);
+    line += '\n';
+    return true;
+}
+
+bool ModelReader::moveTo(std::int64_t offset) {
+    if (offset < 0) return false;
+    m_offset = static_cast<std::size_t>(offset);
+    return true;
+}
+
+ModelParser::ModelParser(std::string text, bool commaIsDelimiter)
+    : reader(std::move(text)), isCommaDelimiter(commaIsDelimiter) {
+    cut();
+}
+
+bool ModelParser::getNextToken(std::string& token) {
+    lastLineNumber = lookAheadLineNumber - std::count(spaces.begin(), spaces.end(), '\n');
+    if (!keepTokenOffset) tokenOffset = nextTokenOffset - static_cast<std::int64_t>(spaces.size());
+    if (!okay && lookAhead.empty()) return false;
+    token = lookAhead;
+    cut();
+    keepTokenOffset = false;
+    return true;
+}
+
+bool ModelParser::skipLine() {
+    line.clear();
+    return cut();
+}
+
+bool ModelParser::readUntil(char stop, std::string& out, bool consumeStop, const char* escape) {
+    out.clear();
+    line = spaces + lookAhead + line;
+    lookAhead.clear();
+    spaces.clear();
+    for (;;) {
+        bool isEscaped = false;
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            if (line[i] == stop && !isEscaped) {
+                out += line.substr(0, i);
+                line.erase(0, consumeStop ? i + 1 : i);
+                cut();
+                return true;
+            }
+            isEscaped = escape && line[i] == *escape && !isEscaped;
+        }
+        out += line;
+        line.clear();
+        if (!readLine()) return false;
+    }
+}
+
+bool ModelParser::moveTo(std::int64_t offset, std::int64_t number) {
+    if (!reader.moveTo(offset)) return false;
+    nextTokenOffset = -1;
+    lastLineNumber = lookAheadLineNumber = number;
+    tokenOffset = offset;
+    line.clear();
+    spaces.clear();
+    lookAhead.clear();
+    okay = true;
+    nextLineOffset = offset;
+    return cut();
+}
+
+void ModelParser::saveOffset() {
+    savedOffset = tokenOffset;
+    savedLineNumber = lastLineNumber;
+}
+
+bool ModelParser::readLine() {
+    if (!okay) return false;
+    ++lookAheadLineNumber;
+    currentLineOffset = nextLineOffset;
+    okay = reader.getLine(line);
+    nextLineOffset = currentLineOffset + static_cast<std::int64_t>(line.size());
+    if (reader.is2CharsForNewline()) ++nextLineOffset;
+    return okay;
+}
+
+bool ModelParser::cut() {
+    spaces.clear();
+    lookAhead.clear();
+    if (line.empty()) readLine();
+    for (;;) {
+        while (!line.empty() && std::strchr(" \t\n\v\f\r", line[0])) {
+            spaces += line[0];
+            line.erase(0, 1);
+        }
+        if (!line.empty()) break;
+        if (!readLine()) return false;
+    }
+    if (!keepTokenOffset) nextTokenOffset = reader.offset();
+    do {
+        lookAhead += line[0];
+        line.erase(0, 1);
+    } while (isWord(lookAhead[0]) && !line.empty() && isWord(line[0]));
+    ++tokenCount;
+    return true;
+}
+
+bool ModelParser::isWord(char c) const {
+    if (c == ',') return !isCommaDelimiter;
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '+' ||
+           c == '-' || c == '.' || c == '_';
+}
