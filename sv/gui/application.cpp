@@ -56,9 +56,7 @@ void Application::Execute() {
     while (::GetMessageA(&message, nullptr, 0, 0) > 0) dispatch(message);
 }
 
-void Application::Quit() {
-    ::PostQuitMessage(0);
-}
+void Application::Quit() { ::PostQuitMessage(0); }
 
 void Application::Reschedule() {
     MSG message;

@@ -97,7 +97,8 @@ TEST(SvVirtualDevice, GivesBackWhatWasDrawn) {
     EXPECT_EQ(image.GetRow(2)[2] & 0xFFFFFF, kRed);
     EXPECT_EQ(image.GetRow(5)[5] & 0xFFFFFF, kBlue);
     const SV::Bitmap bitmap = device.GetBitmap();
-    const SV::Bitmap copy(bitmap);
+    SV::Bitmap copy;
+    copy = bitmap;
     EXPECT_EQ(copy.GetHandle(), bitmap.GetHandle());
     EXPECT_EQ(copy.GetSize(), (SV::Size{8, 8}));
 }

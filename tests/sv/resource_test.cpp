@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <string>
 
-
 #include "sv/application.h"
 #include "support/temp_dir.h"
 
