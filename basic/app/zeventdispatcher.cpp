@@ -37,8 +37,8 @@ void ZelEventActionSeq::add(ZelEventListener* listener, ZelEventListener::Handle
     // Relied on by callers: the newest of equal priority comes first.
     const auto place = std::ranges::find_if(
         m_entries, [priority](const Entry& entry) { return entry.priority <= priority; });
-    m_entries.insert(place, {listener, handler, m_nextSerial, priority});
-    ++m_nextSerial;
+    m_entries.insert(place, {listener, handler, m_changes, priority});
+    ++m_changes;
 }
 
 void ZelEventActionSeq::remove(const ZelEventListener* listener) {
@@ -51,29 +51,40 @@ void ZelEventActionSeq::remove(const ZelEventListener* listener) {
         if (entry.listener == listener) entry.listener = nullptr;
     }
     m_hasRemoved = true;
+    ++m_changes;
 }
 
 void ZelEventActionSeq::dispatch(ZelEvent& event) {
     const Dispatching dispatching(*this);
-    const Serial end = m_nextSerial;  // what is registered from here on has to wait
-    Serial seen = end;
-    std::size_t count = m_entries.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        const Entry& entry = m_entries[i];
-        if (!entry.listener || entry.serial >= end) continue;
-        const Serial serial = entry.serial;
-        (entry.listener->*entry.handler)(&event);
-        if (m_nextSerial == seen) continue;
-        // A registration has moved the entries. None goes meanwhile, so ours is there.
-        seen = m_nextSerial;
-        count = m_entries.size();
-        i = find(serial);
+    const Change start = m_changes;
+    std::size_t done = 0;
+    if (!m_hasRemoved) {
+        // Nearly always nothing changes, and then this is a loop over live entries.
+        const Entry* const first = m_entries.data();
+        const Entry* const end = first + m_entries.size();
+        const Entry* entry = first;
+        for (; entry != end; ++entry) {
+            (entry->listener->*entry->handler)(&event);
+            if (m_changes != start) break;
+        }
+        if (entry == end) return;
+        done = static_cast<std::size_t>(entry - first) + 1;
+    }
+    dispatchRest(event, start, done);
+}
+
+void ZelEventActionSeq::dispatchRest(ZelEvent& event, Change start, std::size_t done) {
+    while (const Entry* entry = findOlder(start, done++)) {
+        if (entry->listener) (entry->listener->*entry->handler)(&event);
     }
 }
 
-std::size_t ZelEventActionSeq::find(Serial serial) const {
-    const auto entry = std::ranges::find(m_entries, serial, &Entry::serial);
-    return static_cast<std::size_t>(entry - m_entries.begin());
+const ZelEventActionSeq::Entry* ZelEventActionSeq::findOlder(Change start,
+                                                             std::size_t ordinal) const {
+    for (const Entry& entry : m_entries) {
+        if (entry.registered < start && ordinal-- == 0) return &entry;
+    }
+    return nullptr;
 }
 
 void ZelEventActionSeq::purge() {

@@ -23,22 +23,25 @@ public:
     void dispatch(ZelEvent& event);
 
 private:
-    using Serial = std::uint64_t;  // counts registrations
+    using Change = std::uint64_t;  // counts registrations, and removals during a dispatch
 
     struct Entry {
         ZelEventListener* listener;  // null: removed
         ZelEventListener::Handler handler;
-        Serial serial;
+        Change registered;
         ZelEventPriority priority;
     };
 
     class Dispatching;
 
-    std::size_t find(Serial serial) const;
+    // The entries from before `start`, less the first `done` of them: insertions and
+    // marks leave their order, so counting finds the place again.
+    void dispatchRest(ZelEvent& event, Change start, std::size_t done);
+    const Entry* findOlder(Change start, std::size_t ordinal) const;
     void purge();
 
     std::vector<Entry> m_entries;
-    Serial m_nextSerial = 0;
+    Change m_changes = 0;
     int m_depth = 0;  // of dispatches
     bool m_hasRemoved = false;
 };
