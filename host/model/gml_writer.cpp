@@ -1,0 +1,111 @@
+#include "model/gml_writer.h"
+
+#include <vector>
+
+#include "model/code_page_runs.h"
+#include "zbasic/zsgml.h"
+
+namespace zelhost {
+
+namespace {
+
+constexpr std::size_t kBlanksPerLevel = 2;
+
+// What may stand in a line as it is; the SGML map would drop a carriage return.
+bool mayStandInText(char32_t character) {
+    return character >= U' ' || character == U'\t' || character == U'\n';
+}
+
+class GmlWriter {
+public:
+    GmlWriter(const Graph& graph, const WriteChunk& write) : m_graph(graph), m_output(write) {}
+
+    bool run();
+
+private:
+    void putAttributes(const AttributeSequence& sequence, AttributeSpan attributes,
+                       std::size_t level);
+    void putValue(const AttributeSequence& sequence, const Attribute& attribute);
+    void putText(std::string_view utf8);
+    void putNodes();
+    void putEdges();
+
+    const Graph& m_graph;
+    TextOutput m_output;
+};
+
+void GmlWriter::putText(std::string_view utf8) {
+    m_output << '"';
+    splitByCodePage(
+        utf8, mayStandInText,
+        [&](const SV::String& run) {
+            m_output << std::string_view(ZelSGMLString::GetSGMLString(run));
+        },
+        [&](char32_t character) { m_output << "&#" << std::uint64_t{character} << ';'; });
+    m_output << '"';
+}
+
+void GmlWriter::putValue(const AttributeSequence& sequence, const Attribute& attribute) {
+    if (attribute.type() == ValueType::integer) {
+        m_output << attribute.integer();
+    } else if (attribute.type() == ValueType::real) {
+        m_output << sequence.text(attribute);
+    } else {
+        putText(sequence.text(attribute));
+    }
+}
+
+void GmlWriter::putAttributes(const AttributeSequence& sequence, AttributeSpan attributes,
+                              std::size_t level) {
+    std::vector<std::size_t> ends;  // of the lists that are open
+    for (std::size_t i = 0; i <= attributes.size(); ++i) {
+        while (!ends.empty() && ends.back() == i) {
+            ends.pop_back();
+            m_output.indent((level + ends.size()) * kBlanksPerLevel) << "]\n";
+        }
+        if (i == attributes.size()) break;
+        const Attribute& attribute = attributes[i];
+        m_output.indent((level + ends.size()) * kBlanksPerLevel)
+            << m_graph.keys.name(attribute.key()) << ' ';
+        if (attribute.type() == ValueType::list) {
+            m_output << "[\n";
+            ends.push_back(i + attribute.extent());
+        } else {
+            putValue(sequence, attribute);
+            m_output << '\n';
+        }
+    }
+}
+
+void GmlWriter::putNodes() {
+    for (const Node& node : m_graph.nodes) {
+        m_output << "  node [\n    id " << node.id << '\n';
+        putAttributes(m_graph.attributes, m_graph.of(node), 2);
+        m_output << "  ]\n";
+    }
+}
+
+void GmlWriter::putEdges() {
+    for (const Edge& edge : m_graph.edges) {
+        m_output << "  edge [\n    source " << m_graph.nodes[edge.source].id << "\n    target "
+                 << m_graph.nodes[edge.target].id << '\n';
+        putAttributes(m_graph.attributes, m_graph.of(edge), 2);
+        m_output << "  ]\n";
+    }
+}
+
+bool GmlWriter::run() {
+    putAttributes(m_graph.fileAttributes, m_graph.fileAttributes.all(), 0);
+    m_output << "graph [\n";
+    putAttributes(m_graph.graphAttributes, m_graph.graphAttributes.all(), 1);
+    putNodes();
+    putEdges();
+    m_output << "]\n";
+    return m_output.finish();
+}
+
+}  // namespace
+
+bool writeGml(const Graph& graph, const WriteChunk& write) { return GmlWriter(graph, write).run(); }
+
+}  // namespace zelhost
