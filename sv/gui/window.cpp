@@ -195,7 +195,6 @@ void Window::Resized(Size) {}
 void Window::Command(int) {}
 bool Window::QueryClose() { return true; }
 void Window::Closed() {}
-void Window::Wheel(int) {}
 
 std::intptr_t Window::handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
     switch (message) {
@@ -213,8 +212,6 @@ std::intptr_t Window::handle(unsigned message, std::uintptr_t wParam, std::intpt
         case WM_COMMAND:
             if (HIWORD(wParam) == kNoteOfMenu) Command(LOWORD(wParam));
             break;
-        case WM_MOUSEWHEEL:
-            Wheel(GET_WHEEL_DELTA_WPARAM(wParam) / WHEEL_DELTA);
             return 0;
         case WM_SETCURSOR:
             if (GetpApp() && GetpApp()->IsWait()) {

@@ -42,7 +42,6 @@ protected:
     virtual void Command(int id);   // of a menu or a control
     virtual bool QueryClose();      // may it close? Here: yes
     virtual void Closed();          // the system window is gone
-    virtual void Wheel(int steps);  // of the mouse wheel, upwards positive
 
     // Makes the system window; raises `Application::Exception(512, …)` on failure.
     void create(const char* className, const String& text, unsigned long style, HWND parent);

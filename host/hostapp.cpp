@@ -1,0 +1,233 @@
+#include "hostapp.h"
+
+#include <chrono>
+#include <cstdio>
+
+#include "hostframe.h"
+#include "exporter.h"
+#include "model/gml_reader.h"
+#include "model_events.h"
+#include "paths.h"
+#include "texts.h"
+#include "zbasic/zcmdline.h"
+#include "zbasic/zinter.h"
+#include "zbasic/ztrace.h"
+#include "zbasic/zversion.h"
+
+#include <windows.h>
+
+namespace zelhost {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// Tells how far the import is once it takes long: on standard error and in the frame's title.
+class ImportProgress {
+public:
+    ImportProgress(HostApplication& application, HostFrame* frame, std::string name)
+        : m_application(application), m_frame(frame), m_name(std::move(name)) {}
+    ImportProgress(const ImportProgress&) = delete;
+    ImportProgress& operator=(const ImportProgress&) = delete;
+    ~ImportProgress() {
+        if (m_lastPercent < 0) return;
+        std::fputc('\n', stderr);
+        if (m_frame) m_frame->updateTitle();
+    }
+
+    bool operator()(double percent) {
+        constexpr double kPatience = 0.5;  // seconds
+        const int whole = static_cast<int>(percent);
+        if (whole == m_lastPercent || secondsSince(m_start) < kPatience) return true;
+        m_lastPercent = whole;
+        std::fprintf(stderr, "\r%s: %d %%", m_name.c_str(), whole);
+        std::fflush(stderr);
+        if (m_frame) m_frame->showProgress(m_name, whole);
+        m_application.Reschedule();
+        return !m_frame || m_frame->GetHandle();  // a closed frame ends the import
+    }
+
+private:
+    HostApplication& m_application;
+    HostFrame* const m_frame;
+    const std::string m_name;
+    const Clock::time_point m_start = Clock::now();
+    int m_lastPercent = -1;
+};
+
+// A tile in two shades, quiet enough to lie behind models.
+SV::Image backgroundTile() {
+    constexpr int kSide = 48;
+    constexpr std::uint32_t kLight = 0xD9E2EC, kDark = 0xD2DCE8;
+    SV::Image tile({kSide, kSide});
+    for (int y = 0; y < kSide; ++y) {
+        for (int x = 0; x < kSide; ++x) {
+            tile.GetRow(y)[x] = (x + y) / (kSide / 2) % 2 ? kLight : kDark;
+        }
+    }
+    return tile;
+}
+
+}  // namespace
+
+HostApplication::HostApplication(bool withGUI) : ZelMDIApplication("zelhost", withGUI, "log") {}
+
+HostApplication::~HostApplication() = default;
+
+int HostApplication::initApplication() {
+    createResourceManager("zelhost", true);
+    createResourceManager("zbasic", true);
+    ZelApplicationInfo::SetValue("Program", "zelhost");
+    ZelApplicationInfo::SetValue("Version", Zel_GetPatchBuildVersionString());
+    ZelApplicationInfo::SetValue("Data version", Zel_GetDataVersion());
+    announcePhase("zelhost: reading the command line");
+    if (ZelCmdline::Instance().isFlag("?")) {
+        m_isUsageWanted = true;
+        return kDone;
+    }
+    std::string problem;
+    const std::optional<Options> options = readOptions(problem);
+    if (!options) return refuse(problem);
+    m_options = *options;
+    const bool withWindows = IsWithGUI() && !ZelCmdline::Instance().showWindowSuppression();
+    if (!withWindows && m_options.models.empty()) return refuse("no model is named");
+    if (m_options.match && m_options.match->find_first_of("*?") != std::string::npos) {
+        std::fputs("zelhost: -match takes whole captions; \"*\" and \"?\" stand for themselves\n",
+                   stderr);
+    }
+    if (withWindows) {
+        MakeMDIClientImg(false);
+        m_frame = std::make_unique<HostFrame>(*this);
+    }
+    return 0;
+}
+
+int HostApplication::runApplication() {
+    if (m_isUsageWanted) {
+        std::fputs(kUsage, stdout);
+        return kDone;
+    }
+    if (m_frame) m_frame->Show();
+    int status = kDone;
+    for (const std::string& path : m_options.models) {
+        if (process(path) != kDone) status = kSomeFailed;
+    }
+    m_isAppInitialized = true;
+    PlainEvent(ZelEvent_AppInitialized).trigger();
+    PlainEvent(ZelEvent_AfterAppInitialized).trigger();
+    Zel_Trace("zelhost: %d of %d models are open", static_cast<int>(m_names.size()),
+              static_cast<int>(m_options.models.size()));
+    if (m_frame && m_frame->GetHandle()) {
+        showProblems();
+        Execute();
+    }
+    m_frame.reset();
+    return status;
+}
+
+int HostApplication::process(const std::string& path) {
+    const auto start = Clock::now();
+    const std::shared_ptr<const Model> model = open(path);
+    if (!model) return kSomeFailed;
+    std::printf("%s: %zu nodes, %zu edges\n", path.c_str(), model->graph.nodes.size(),
+                model->graph.edges.size());
+    const bool isSaved = save(*model);
+    std::printf("  %.3f s\n", secondsSince(start));
+    std::fflush(stdout);
+    return isSaved ? kDone : kSomeFailed;
+}
+
+std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
+    auto model = std::make_shared<Model>();
+    model->path = path;
+    Wait(true);
+    const GmlResult result = [&] {
+        ImportProgress progress(*this, m_frame.get(), fileNameOf(path));
+        return readGml(path, model->graph, std::ref(progress));
+    }();
+    Wait(false);
+    if (result.status != GmlResult::Status::done) {
+        report(result.text(path));
+        return nullptr;
+    }
+    if (m_options.match) {
+        model->graph.keepNodes(
+            [this](std::string_view caption) { return caption == *m_options.match; });
+    }
+    model->name = freeName(path);
+    ModelEvent(ZelEvent_OpenModel, SV::String(model->name), model->graph).trigger();
+    Zel_Trace("zelhost: %s is open", path.c_str());
+    if (m_frame && m_frame->GetHandle()) m_frame->show(model);
+    return model;
+}
+
+bool HostApplication::save(const Model& model) {
+    const SV::String name(model.name);
+    ModelEvent question(ZelEvent_BeforeSaveModel, name, model.graph);
+    question.trigger();
+    if (question.getResultValue() != 0) {
+        report(model.path + ": not saved: a listener of the program objects");
+        return false;
+    }
+    const ExportResult result = exportModel(model.graph, m_options.outputDirectory, model.name);
+    for (const std::string& file : result.files) std::printf("  %s\n", file.c_str());
+    if (!result.problem.empty()) {
+        report(result.problem);
+        return false;
+    }
+    ModelEvent(ZelEvent_SaveModel, name, model.graph).trigger();
+    Zel_Trace("zelhost: %s is saved", model.path.c_str());
+    return true;
+}
+
+// Two models of one name (in different folders) must not overwrite each other's files.
+std::string HostApplication::freeName(const std::string& path) {
+    const std::string base = baseNameOf(path);
+    std::string name = base;
+    const auto isTaken = [this](const std::string& candidate) {
+        const SV::String lower = SV::String(candidate).Lower();
+        return !m_names.emplace(lower.begin(), lower.end()).second;
+    };
+    for (int number = 2; isTaken(name); ++number) name = base + "_" + std::to_string(number);
+    return name;
+}
+
+bool HostApplication::getMDIClientImage(SV::Image& image, int& mode) {
+    image = backgroundTile();
+    mode = kTiled;
+    return true;
+}
+
+int HostApplication::refuse(const std::string& problem) {
+    std::fprintf(stderr, "zelhost: %s\n\n%s", problem.c_str(), kUsage);
+    return kWrongUsage;
+}
+
+void HostApplication::report(const std::string& problem) {
+    std::fprintf(stderr, "%s\n", problem.c_str());
+    ZelDebugOut(("[zel] " + problem + "\n").c_str());
+    m_problems += problem + "\n";
+}
+
+void HostApplication::showProblems() {
+    if (m_problems.empty()) return;
+    const SV::String text(m_problems);
+    m_problems.clear();
+    if (!IsModalDialogSuppression()) {
+        SV::ShowMessageBox(GetAppWindow(), text, textOf(Text::kProblemsTitle),
+                           MB_OK | MB_ICONWARNING);
+    } else if (!GetModalDialogSuppressionLogfileName().empty()) {
+        ModalDialogSuppressionLog(text);
+    }
+}
+
+void HostApplication::announcePhase(const char* text) {
+    ZelAppChangeStartupPhaseEvent(text).trigger();
+    Zel_Trace("%s", text);
+}
+
+}  // namespace zelhost

@@ -1,0 +1,157 @@
+#include "hostframe.h"
+
+#include <algorithm>
+
+#include "hostapp.h"
+#include "texts.h"
+#include "zbasic/zinter.h"
+#include "zbasic/zversion.h"
+
+#include <windows.h>
+#include <commdlg.h>
+
+namespace zelhost {
+
+namespace {
+
+enum CommandId : int { kOpen = 100, kExport, kExit, kEnglish, kGerman, kTile, kCascade, kAbout };
+
+constexpr unsigned short kEnglishLanguage = 1033;
+constexpr unsigned short kGermanLanguage = 1031;
+constexpr int kViewMenu = 1;  // position; the open windows are listed below its entries
+
+void showBox(Text title, const SV::String& text) {
+    if (SV::Application::IsModalDialogSuppression()) return;
+    SV::ShowMessageBox(SV::Application::GetAppWindow(), text, textOf(title),
+                       MB_OK | MB_ICONINFORMATION);
+}
+
+SV::String filled(const SV::String& text, const std::string& value) {
+    SV::String result(text);
+    const std::size_t place = result.find("%s");
+    return place == SV::String::npos ? result : result.replace(place, 2, value);
+}
+
+SV::Menu fileMenu() {
+    SV::Menu menu;
+    menu.Append(kOpen, textOf(Text::kMenuOpen));
+    menu.Append(kExport, textOf(Text::kMenuExport));
+    menu.AppendSeparator();
+    menu.Append(kExit, textOf(Text::kMenuExit));
+    return menu;
+}
+
+SV::Menu viewMenu() {
+    const unsigned short language = ZelInternational::GetCurrentLanguageID();
+    SV::Menu menu;
+    menu.AppendChecked(kEnglish, textOf(Text::kMenuEnglish), language == kEnglishLanguage);
+    menu.AppendChecked(kGerman, textOf(Text::kMenuGerman), language == kGermanLanguage);
+    menu.AppendSeparator();
+    menu.Append(kTile, textOf(Text::kMenuTile));
+    menu.Append(kCascade, textOf(Text::kMenuCascade));
+    return menu;
+}
+
+SV::Menu helpMenu() {
+    SV::Menu menu;
+    menu.Append(kAbout, textOf(Text::kMenuAbout));
+    return menu;
+}
+
+}  // namespace
+
+HostFrame::HostFrame(HostApplication& application)
+    : SV::MDIFrame("zelhost"), m_application(application) {
+    buildMenu();
+}
+
+void HostFrame::buildMenu() {
+    SV::Menu bar(SV::Menu::Kind::kBar);
+    bar.Append(fileMenu(), textOf(Text::kMenuFile));
+    bar.Append(viewMenu(), textOf(Text::kMenuView));
+    bar.Append(helpMenu(), textOf(Text::kMenuHelp));
+    SetMenu(std::move(bar), kViewMenu);
+}
+
+void HostFrame::show(std::shared_ptr<const Model> model) {
+    dropClosedWindows();
+    m_windows.push_back(std::make_unique<ModelWindow>(*this, std::move(model)));
+    Tile();
+    m_application.Reschedule();
+}
+
+void HostFrame::showProgress(const std::string& name, int percent) {
+    SetText(SV::String("zelhost - " + name + ": " + std::to_string(percent) + " %"));
+}
+
+void HostFrame::updateTitle() { SetText("zelhost"); }
+
+void HostFrame::dropClosedWindows() {
+    std::erase_if(m_windows, [](const auto& window) { return !window->GetHandle(); });
+}
+
+void HostFrame::Command(int id) {
+    switch (id) {
+        case kOpen:
+            return openFile();
+        case kExport:
+            return exportActive();
+        case kExit:
+            return Close();
+        case kEnglish:
+            return switchLanguage(kEnglishLanguage);
+        case kGerman:
+            return switchLanguage(kGermanLanguage);
+        case kTile:
+            return Tile();
+        case kCascade:
+            return Cascade();
+        case kAbout:
+            return about();
+        default:
+            break;
+    }
+}
+
+void HostFrame::openFile() {
+    const SV::String filterText = textOf(Text::kOpenFilter);
+    std::string filter(filterText.begin(), filterText.end());
+    std::ranges::replace(filter, '|', '\0');  // the system separates by NUL
+    const SV::String title = textOf(Text::kOpenTitle);
+    char path[4096] = "";
+    OPENFILENAMEA question = {};
+    question.lStructSize = sizeof question;
+    question.hwndOwner = GetHandle();
+    question.lpstrFilter = filter.c_str();
+    question.lpstrFile = path;
+    question.nMaxFile = sizeof path;
+    question.lpstrTitle = title.c_str();
+    question.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    if (!::GetOpenFileNameA(&question)) return;
+    m_application.open(path);
+    m_application.showProblems();
+}
+
+void HostFrame::exportActive() {
+    const auto* const window = static_cast<ModelWindow*>(GetActiveChild());
+    if (!window) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
+    if (m_application.save(window->model())) {
+        showBox(Text::kMenuExport,
+                filled(textOf(Text::kExportedTo), m_application.outputDirectory()));
+    }
+    m_application.showProblems();
+}
+
+void HostFrame::about() {
+    ZelApplicationInfo::SetValue("Language", ZelInternational::GetNativeLanguageName(
+                                                 ZelInternational::GetCurrentLanguageID()));
+    showBox(Text::kAboutTitle,
+            "zelhost " + Zel_GetVersionString() + "\n\n" + ZelApplicationInfo::GetInfo());
+}
+
+void HostFrame::switchLanguage(unsigned short language) {
+    ZelInternational::SetCurrentLanguageID(language);
+    buildMenu();
+}
+
+}  // namespace zelhost

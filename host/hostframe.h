@@ -1,0 +1,36 @@
+// The program's window: menus, and one child window a model.
+
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "model_window.h"
+
+namespace zelhost {
+
+class HostApplication;
+
+class HostFrame : public SV::MDIFrame {
+public:
+    explicit HostFrame(HostApplication& application);
+
+    void show(std::shared_ptr<const Model> model);
+    void showProgress(const std::string& name, int percent);
+    void updateTitle();
+
+private:
+    void Command(int id) override;
+    void buildMenu();
+    void openFile();
+    void exportActive();
+    void about();
+    void switchLanguage(unsigned short language);
+    void dropClosedWindows();
+
+    HostApplication& m_application;
+    std::vector<std::unique_ptr<ModelWindow>> m_windows;
+};
+
+}  // namespace zelhost

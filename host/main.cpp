@@ -1,0 +1,36 @@
+// zelhost: imports graph models and exports them.
+
+#include <cstdio>
+#include <cstring>
+
+#include "hostapp.h"
+
+#include <windows.h>
+
+namespace {
+
+bool hasOption(int argc, char** argv, const char* name) {
+    for (int i = 1; i < argc; ++i) {
+        if ((argv[i][0] == '-' || argv[i][0] == '/') && std::strcmp(argv[i] + 1, name) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// A program with windows has no standard streams unless somebody redirected them. Started from a
+// console it writes there, unless it opens a console of its own.
+void useConsoleOfParent() {
+    if (::GetStdHandle(STD_ERROR_HANDLE) || !::AttachConsole(ATTACH_PARENT_PROCESS)) return;
+    std::freopen("CONOUT$", "w", stdout);
+    std::freopen("CONOUT$", "w", stderr);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (!hasOption(argc, argv, "console")) useConsoleOfParent();
+    zelhost::HostApplication application(!hasOption(argc, argv, "no_gui"));
+    application.Run(argc, argv);
+    return 0;
+}

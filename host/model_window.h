@@ -1,0 +1,35 @@
+// A window that shows one model.
+
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "model/graph.h"
+#include "sv/image.h"
+#include "sv/window.h"
+
+namespace zelhost {
+
+// A model that has been read.
+struct Model {
+    std::string path;  // as given
+    std::string name;  // of its exports
+    Graph graph;
+};
+
+class ModelWindow : public SV::MDIChild {
+public:
+    ModelWindow(SV::MDIFrame& frame, std::shared_ptr<const Model> model);
+    ~ModelWindow() override;
+
+    const Model& model() const { return *m_model; }
+
+private:
+    void Paint(HDC__* device) override;
+
+    std::shared_ptr<const Model> m_model;
+    SV::Bitmap m_picture;
+};
+
+}  // namespace zelhost

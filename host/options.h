@@ -1,0 +1,24 @@
+// The host's own part of the command line.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelhost {
+
+struct Options {
+    std::vector<std::string> models;   // as given
+    std::string outputDirectory;       // absolute, without a separator at its end
+    std::optional<std::string> match;  // keep only nodes with this caption
+};
+
+// From the library's command line. Nothing when it is wrong: an unknown option is named in
+// `problem` then.
+std::optional<Options> readOptions(std::string& problem);
+
+// How to call the program.
+extern const char kUsage[];
+
+}  // namespace zelhost

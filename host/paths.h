@@ -1,0 +1,48 @@
+// File names, and files that are there whole or not at all.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/text_output.h"
+
+namespace zelhost {
+
+// All names are in the process code page.
+std::string absolutePath(const std::string& path);
+std::string fileNameOf(const std::string& path);  // behind the last separator
+std::string baseNameOf(const std::string& path);  // the file name without its extension
+
+// Makes the directory and those above it; false with the system's reason in `problem`.
+bool makeDirectory(const std::string& path, std::string& problem);
+
+// A file that takes its place when it is complete: until then, and for good when something goes
+// wrong, what lay at the place stays as it was. Writes to a name of its own beside it.
+class PendingFile {
+public:
+    explicit PendingFile(std::string path);
+    PendingFile(const PendingFile&) = delete;
+    PendingFile& operator=(const PendingFile&) = delete;
+    ~PendingFile();
+
+    bool write(std::string_view bytes);
+    WriteChunk writer() {
+        return [this](std::string_view bytes) { return write(bytes); };
+    }
+
+    // Moves it into place; false when that or any write before has failed.
+    bool commit();
+    // "file: why it could not be written", once something has failed.
+    const std::string& problem() const { return m_problem; }
+
+private:
+    bool fail();
+
+    const std::string m_path;
+    const std::string m_temporary;
+    void* m_handle;
+    std::string m_problem;
+};
+
+}  // namespace zelhost

@@ -1,0 +1,225 @@
+#include "picture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "model/layout.h"
+
+#include <windows.h>
+
+namespace zelhost {
+
+namespace {
+
+constexpr std::size_t kReadableNodes = 60;
+constexpr std::size_t kMeasuredNodes = 2000;  // captions of larger graphs are not drawn anyway
+constexpr double kLargestSide = 8000;         // of a readable picture, in pixels
+constexpr double kScaledWidth = 1600;
+constexpr double kScaledHeight = 1200;
+constexpr int kFontHeight = 13;
+constexpr int kReadableFontHeight = 6;
+constexpr double kPaddingX = 10, kPaddingY = 6;
+constexpr double kArrowLength = 9, kArrowHalfWidth = 3.5;
+// GDI draws without smoothing: everything is drawn at twice the size and halved.
+constexpr int kOversampling = 2;
+
+const SV::Color kPaper(255, 255, 255);
+const SV::Color kEdgeColor(96, 108, 128);
+const SV::Color kBorderColor(44, 82, 130);
+const SV::Color kFillColor(232, 240, 250);
+const SV::Color kTextColor(24, 32, 48);
+
+std::wstring wide(std::string_view utf8) {
+    std::wstring text(utf8.size(), L'\0');  // never more units than bytes
+    const int length = ::MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()),
+                                             text.data(), static_cast<int>(text.size()));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+// Selects an object and puts the one before back.
+class Selection {
+public:
+    Selection(HDC device, HGDIOBJ object)
+        : m_device(device), m_object(object), m_previous(::SelectObject(device, object)) {}
+    Selection(const Selection&) = delete;
+    Selection& operator=(const Selection&) = delete;
+    ~Selection() {
+        ::SelectObject(m_device, m_previous);
+        ::DeleteObject(m_object);
+    }
+
+private:
+    HDC m_device;
+    HGDIOBJ m_object;
+    HGDIOBJ m_previous;
+};
+
+HFONT newFont(int height) { return SV::Font("Segoe UI", {0, height}).Create(); }
+
+class CaptionMeasure {
+public:
+    explicit CaptionMeasure(std::size_t nodeCount)
+        : m_isExact(nodeCount <= kMeasuredNodes),
+          m_device({1, 1}),
+          m_font(m_device.GetDC(), newFont(kFontHeight)) {}
+
+    Size operator()(std::string_view caption) const {
+        const Size text = m_isExact ? exact(caption) : estimate(caption);
+        return {text.width + 2 * kPaddingX, text.height + 2 * kPaddingY};
+    }
+
+private:
+    Size exact(std::string_view caption) const {
+        RECT area = {};
+        const std::wstring text = wide(caption);
+        ::DrawTextW(m_device.GetDC(), text.c_str(), static_cast<int>(text.size()), &area,
+                    DT_CALCRECT | DT_NOPREFIX);
+        return {static_cast<double>(area.right), std::max<double>(area.bottom, kFontHeight)};
+    }
+    static Size estimate(std::string_view caption) {
+        constexpr double kAverageWidth = 0.55 * kFontHeight;
+        return {kAverageWidth * static_cast<double>(caption.size()), kFontHeight};
+    }
+
+    const bool m_isExact;
+    SV::VirtualDevice m_device;
+    Selection m_font;
+};
+
+double scaleOf(Size size, std::size_t nodeCount) {
+    const bool isReadable = nodeCount <= kReadableNodes;
+    const double width = isReadable ? kLargestSide : kScaledWidth;
+    const double height = isReadable ? kLargestSide : kScaledHeight;
+    return std::min({1.0, width / size.width, height / size.height});
+}
+
+class Drawing {
+public:
+    Drawing(const Graph& graph, const Layout& layout, double scale)
+        : m_graph(graph),
+          m_layout(layout),
+          m_scale(scale * kOversampling),
+          m_device({scaled(layout.size.width), scaled(layout.size.height)}) {}
+
+    SV::Image draw() {
+        if (!m_device.GetDC()) return {};
+        clear();
+        drawEdges();
+        drawBoxes();
+        const int fontHeight = static_cast<int>(kFontHeight * m_scale);
+        if (fontHeight >= kReadableFontHeight * kOversampling) drawCaptions(fontHeight);
+        return m_device.GetImage();
+    }
+
+private:
+    // Even, so that halving leaves nothing over.
+    int scaled(double length) const {
+        return kOversampling *
+               std::max(1, static_cast<int>(std::ceil(length * m_scale / kOversampling)));
+    }
+    int at(double position) const { return static_cast<int>(std::lround(position * m_scale)); }
+    POINT at(Point point) const { return {at(point.x), at(point.y)}; }
+    int penWidth() const { return std::max(1, static_cast<int>(1.2 * m_scale)); }
+
+    void clear() const {
+        const RECT all = {0, 0, m_device.GetSize().width, m_device.GetSize().height};
+        const HBRUSH brush = ::CreateSolidBrush(kPaper.GetRef());
+        ::FillRect(m_device.GetDC(), &all, brush);
+        ::DeleteObject(brush);
+    }
+
+    void drawEdges() const {
+        const HDC dc = m_device.GetDC();
+        const Selection pen(dc, ::CreatePen(PS_SOLID, penWidth(), kEdgeColor.GetRef()));
+        const Selection brush(dc, ::CreateSolidBrush(kEdgeColor.GetRef()));
+        const bool withHeads = m_graph.isDirected();
+        for (const Line& line : m_layout.lines) {
+            const POINT from = at(line.from);
+            const POINT to = at(line.to);
+            ::MoveToEx(dc, from.x, from.y, nullptr);
+            ::LineTo(dc, to.x, to.y);
+            if (withHeads) drawHead(line);
+        }
+    }
+
+    void drawHead(const Line& line) const {
+        const double dx = line.to.x - line.from.x;
+        const double dy = line.to.y - line.from.y;
+        const double length = std::hypot(dx, dy);
+        if (length < kArrowLength) return;
+        const Point along = {dx / length, dy / length};
+        const Point base = {line.to.x - kArrowLength * along.x, line.to.y - kArrowLength * along.y};
+        const POINT corners[] = {
+            at(line.to),
+            at({base.x - kArrowHalfWidth * along.y, base.y + kArrowHalfWidth * along.x}),
+            at({base.x + kArrowHalfWidth * along.y, base.y - kArrowHalfWidth * along.x})};
+        ::Polygon(m_device.GetDC(), corners, 3);
+    }
+
+    void drawBoxes() const {
+        const HDC dc = m_device.GetDC();
+        const Selection pen(dc, ::CreatePen(PS_SOLID, penWidth(), kBorderColor.GetRef()));
+        const Selection brush(dc, ::CreateSolidBrush(kFillColor.GetRef()));
+        const int round = at(8);
+        for (const Box& box : m_layout.boxes) {
+            ::RoundRect(dc, at(box.left()), at(box.top()), at(box.right()), at(box.bottom()), round,
+                        round);
+        }
+    }
+
+    void drawCaptions(int fontHeight) const {
+        const HDC dc = m_device.GetDC();
+        const Selection font(dc, newFont(fontHeight));
+        ::SetBkMode(dc, TRANSPARENT);
+        ::SetTextColor(dc, kTextColor.GetRef());
+        for (std::size_t i = 0; i < m_layout.boxes.size(); ++i) {
+            drawCaption(m_layout.boxes[i], wide(m_graph.caption(m_graph.nodes[i])));
+        }
+    }
+
+    void drawCaption(const Box& box, const std::wstring& caption) const {
+        const bool isOneLine = caption.find(L'\n') == std::wstring::npos;
+        RECT area = {at(box.left()), at(box.top() + (isOneLine ? 0 : kPaddingY)), at(box.right()),
+                     at(box.bottom())};
+        const auto format = static_cast<UINT>(DT_CENTER | DT_NOPREFIX | DT_NOCLIP |
+                                              (isOneLine ? DT_SINGLELINE | DT_VCENTER : 0));
+        ::DrawTextW(m_device.GetDC(), caption.c_str(), static_cast<int>(caption.size()), &area,
+                    format);
+    }
+
+    const Graph& m_graph;
+    const Layout& m_layout;
+    const double m_scale;  // pixels of the device for a unit of the layout
+    SV::VirtualDevice m_device;
+};
+
+// Each pixel the average of four.
+SV::Image halved(const SV::Image& image) {
+    SV::Image half({image.GetSize().width / 2, image.GetSize().height / 2});
+    const auto average = [](std::uint32_t a, std::uint32_t b) {
+        return (a & b) + (((a ^ b) & 0xFEFEFE) >> 1);  // of all channels at once
+    };
+    for (int y = 0; y < half.GetSize().height; ++y) {
+        const std::uint32_t* const upper = image.GetRow(2 * y);
+        const std::uint32_t* const lower = image.GetRow(2 * y + 1);
+        std::uint32_t* const row = half.GetRow(y);
+        for (int x = 0; x < half.GetSize().width; ++x) {
+            row[x] = average(average(upper[2 * x], upper[2 * x + 1]),
+                             average(lower[2 * x], lower[2 * x + 1]));
+        }
+    }
+    return half;
+}
+
+}  // namespace
+
+SV::Image drawPicture(const Graph& graph) {
+    const CaptionMeasure measure(graph.nodes.size());
+    const Layout layout = layOut(graph, std::cref(measure));
+    const double scale = scaleOf(layout.size, graph.nodes.size());
+    return halved(Drawing(graph, layout, scale).draw());
+}
+
+}  // namespace zelhost
