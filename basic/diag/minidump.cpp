@@ -21,8 +21,6 @@ constexpr int kMaxAttempts = 1000;
 constexpr auto kContent = static_cast<MINIDUMP_TYPE>(MiniDumpNormal | MiniDumpWithThreadInfo |
                                                      MiniDumpWithUnloadedModules);
 
-using WriteDump = decltype(&::MiniDumpWriteDump);
-
 std::mutex g_mutex;  // the debug-help library is made for one thread at a time
 int g_count = 0;     // of names tried in this process
 
@@ -52,6 +50,41 @@ std::string temporaryDirectory() {
     return {path, std::min<std::size_t>(::GetTempPathA(sizeof path, path), MAX_PATH)};
 }
 
+// The system's debug-help library, loaded only now: starting a program must not pay for it.
+class DebugHelp {
+public:
+    DebugHelp() : m_module(::LoadLibraryExA("dbghelp.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {
+        find("SymGetOptions", m_getOptions);
+        find("SymSetOptions", m_setOptions);
+        find("MiniDumpWriteDump", m_writeDump);
+    }
+
+    explicit operator bool() const { return m_getOptions && m_setOptions && m_writeDump; }
+
+    bool writeDump(HANDLE file) const {
+        // Nobody needs the modules' symbols here; reading them doubles the time under Wine.
+        const DWORD options = m_getOptions();
+        m_setOptions(options | SYMOPT_DEFERRED_LOADS);
+        const BOOL isWritten = m_writeDump(::GetCurrentProcess(), ::GetCurrentProcessId(), file,
+                                           kContent, nullptr, nullptr, nullptr);
+        m_setOptions(options);
+        return isWritten != FALSE;
+    }
+
+private:
+    template <typename Function>
+    void find(const char* name, Function*& function) {
+        if (!m_module) return;
+        void* const address = reinterpret_cast<void*>(::GetProcAddress(m_module.get(), name));
+        function = reinterpret_cast<Function*>(address);
+    }
+
+    WinModule m_module;
+    decltype(::SymGetOptions)* m_getOptions = nullptr;
+    decltype(::SymSetOptions)* m_setOptions = nullptr;
+    decltype(::MiniDumpWriteDump)* m_writeDump = nullptr;
+};
+
 struct DumpFile {
     std::string path;
     WinFile file;
@@ -80,19 +113,11 @@ DumpFile createDumpFile(const char* source, unsigned long line) {
 
 DumpEC Fct_CreateMiniDump(const char* file, unsigned long line) {
     const std::lock_guard lock(g_mutex);
-    // Loaded only now, so that starting a program does not pay for it.
-    const WinModule helper(::LoadLibraryExA("dbghelp.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
-    if (!helper) return kDumpNoHelper;
-    const auto write = reinterpret_cast<WriteDump>(
-        reinterpret_cast<void*>(::GetProcAddress(helper.get(), "MiniDumpWriteDump")));
-    if (!write) return kDumpNoHelper;
-
+    const DebugHelp help;
+    if (!help) return kDumpNoHelper;
     DumpFile dump = createDumpFile(file, line);
     if (!dump.file) return kDumpNoFile;
-    if (write(::GetCurrentProcess(), ::GetCurrentProcessId(), dump.file.get(), kContent, nullptr,
-              nullptr, nullptr)) {
-        return kDumpWritten;
-    }
+    if (help.writeDump(dump.file.get())) return kDumpWritten;
     dump.file.reset();
     ::DeleteFileA(dump.path.c_str());
     return kDumpNotWritten;

@@ -22,6 +22,7 @@ void writeToConsole(const char* text) {
     // With its NUL, which `std::string` keeps behind the text.
     ::CharToOemBuffA(text, oem.data(), static_cast<DWORD>(oem.size() + 1));
     std::fputs(oem.c_str(), stderr);
+    std::fflush(stderr);  // not every run time writes at once, and a crash may follow
 }
 
 }  // namespace
