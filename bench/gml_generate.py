@@ -13,13 +13,13 @@ def main():
     out.write('Creator "zelhost benchmark"\ngraph [\n  directed 1\n')
     for i in range(node_count):
         out.write(
-            f'  node [\n    id {i}\n    label "Node number {i}"\n    graphics [\n'
-            f'      x {rng.uniform(0, 10000):.3f}\n      y {rng.uniform(0, 10000):.3f}\n'
-            f'      w {rng.randint(20, 90)}.0\n      h 30.0\n    ]\n  ]\n')
+            f' node [\n  id {i}\n  label "Node no {i}"\n  graphics [\n'
+            f'   x {rng.uniform(0, 10000):.3f}\n   y {rng.uniform(0, 10000):.3f}\n'
+            f'   w {rng.randint(20, 90)}\n   h 30\n  ]\n ]\n')
     for i in range(edge_count):
         out.write(
             f'  edge [\n    source {rng.randrange(node_count)}\n'
-            f'    target {rng.randrange(node_count)}\n    weight {rng.random():.4f}\n  ]\n')
+            f'    target {rng.randrange(node_count)}\n    weight {rng.random():.3f}\n  ]\n')
     out.write(']\n')
 
 

@@ -32,40 +32,58 @@ bool isKey(std::string_view word) {
     return true;
 }
 
-std::string_view withoutPlus(std::string_view number) {
-    if (number.starts_with('+')) number.remove_prefix(1);
-    return number;
+// What a word is as a number.
+struct Number {
+    enum class Kind { none, integer, real };
+
+    Kind kind = Kind::none;
+    std::int64_t integer = 0;
+};
+
+std::size_t skipDigits(std::string_view text, std::size_t from) {
+    while (from < text.size() && isDigit(text[from])) ++from;
+    return from;
 }
 
-std::size_t countDigits(std::string_view text, std::size_t from) {
-    std::size_t i = from;
-    while (i < text.size() && isDigit(text[i])) ++i;
-    return i - from;
+std::size_t skipSign(std::string_view text, std::size_t from) {
+    return from < text.size() && (text[from] == '-' || text[from] == '+') ? from + 1 : from;
 }
 
-// The spelling of a real, with a point and a signed exponent wherever it has an exponent: readers
-// that take the grammar at its word know no other. Nothing when it is no number.
-std::optional<std::string> realSpelling(std::string_view word) {
-    std::size_t i = word[0] == '-' || word[0] == '+' ? 1 : 0;
-    std::size_t digits = countDigits(word, i);
-    i += digits;
-    const bool hasPoint = i < word.size() && word[i] == '.';
-    if (hasPoint) {
-        const std::size_t decimals = countDigits(word, i + 1);
-        digits += decimals;
-        i += decimals + 1;
+// Whether the rest of a real from `from` on is an exponent.
+bool isExponent(std::string_view word, std::size_t from) {
+    if (word[from] != 'e' && word[from] != 'E') return false;
+    const std::size_t digits = skipSign(word, from + 1);
+    return digits < word.size() && skipDigits(word, digits) == word.size();
+}
+
+Number numberOf(std::string_view word) {
+    const std::size_t start = skipSign(word, 0);
+    std::size_t i = skipDigits(word, start);
+    std::size_t digits = i - start;
+    if (i == word.size() && digits > 0) {
+        Number number{Number::Kind::integer};
+        const char* const first = word.data() + (word[0] == '+' ? 1 : 0);
+        const auto [stop, error] = std::from_chars(first, word.data() + i, number.integer);
+        if (error != std::errc()) number.kind = Number::Kind::real;  // beyond 64 bits
+        return number;
     }
-    if (digits == 0) return std::nullopt;
-    std::string spelling(word.substr(0, i));
-    if (i == word.size()) return spelling;
-    if (word[i] != 'e' && word[i] != 'E') return std::nullopt;
-    if (!hasPoint) spelling += ".0";
-    spelling += word[i++];
-    const bool hasSign = i < word.size() && (word[i] == '-' || word[i] == '+');
-    spelling += hasSign ? word[i++] : '+';
-    const std::size_t exponent = countDigits(word, i);
-    if (exponent == 0 || i + exponent != word.size()) return std::nullopt;
-    spelling += word.substr(i);
+    if (i < word.size() && word[i] == '.') {
+        const std::size_t end = skipDigits(word, i + 1);
+        digits += end - (i + 1);
+        i = end;
+    }
+    const bool isReal = digits > 0 && (i == word.size() || isExponent(word, i));
+    return {isReal ? Number::Kind::real : Number::Kind::none};
+}
+
+// With a point and a signed exponent where it has an exponent: readers that take the grammar at
+// its word know no other.
+std::string strictSpelling(std::string_view real, std::size_t exponent) {
+    std::string spelling(real.substr(0, exponent));
+    if (spelling.find('.') == spelling.npos) spelling += ".0";
+    spelling += real[exponent];
+    if (skipSign(real, exponent + 1) == exponent + 1) spelling += '+';
+    spelling += real.substr(exponent + 1);
     return spelling;
 }
 
@@ -261,23 +279,25 @@ bool GmlReader::addText(KeyId key) {
 
 bool GmlReader::addNumber(KeyId key) {
     const std::string_view word = m_lexer.word();
-    std::optional<std::int64_t>* const member = memberOf(key);
-    const std::string_view digits = withoutPlus(word);
-    const char* const end = word.data() + word.size();
-    std::int64_t value = 0;
-    const auto [stop, error] = std::from_chars(digits.data(), end, value);
-    if (error == std::errc() && stop == end && !word.starts_with("+-")) {
-        if (member) return setMember(key, *member, value);
-        m_levels.back().target->addInteger(key, value);
-        return true;
-    }
-    const std::optional<std::string> real = realSpelling(word);
-    if (!real) {
+    const Number number = numberOf(word);
+    if (number.kind == Number::Kind::none) {
         return fail(m_lexer.line(), "the value of " + quoted(nameOf(key)) +
                                         " is neither number, text nor list: " + quoted(word));
     }
+    AttributeSequence& target = *m_levels.back().target;
+    std::optional<std::int64_t>* const member = memberOf(key);
+    if (number.kind == Number::Kind::integer) {
+        if (member) return setMember(key, *member, number.integer);
+        target.addInteger(key, number.integer);
+        return true;
+    }
     if (member) return fail(m_lexer.line(), quoted(nameOf(key)) + " must be a whole number");
-    m_levels.back().target->addReal(key, *real);
+    const std::size_t exponent = word.find_first_of("eE");
+    if (exponent == word.npos) {
+        target.addReal(key, word);
+    } else {
+        target.addReal(key, strictSpelling(word, exponent));
+    }
     return true;
 }
 

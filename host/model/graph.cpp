@@ -13,28 +13,61 @@ constexpr const char* kWellKnownNames[] = {"label", "name", "id",   "source",   
                                            "x",     "y",    "w",    "h"};
 constexpr KeyId kNoKey = std::numeric_limits<KeyId>::max();
 constexpr std::size_t kFirstSlots = 64;  // a power of two
+constexpr std::size_t kPackedSize = 8;   // names up to that size are told apart by their code
 
-std::uint64_t hashOf(std::string_view name) {
-    std::uint64_t hash = 0xCBF29CE484222325u;  // FNV-1a: keys have a few bytes
+template <typename Number>
+std::uint64_t load(const char* bytes) {
+    Number number;
+    std::memcpy(&number, bytes, sizeof number);
+    return number;
+}
+
+// Up to eight bytes, which with the size tell such names apart: nearly all keys are that short.
+std::uint64_t packed(std::string_view name) {
+    const char* const end = name.data() + name.size();
+    if (name.size() >= 8) return load<std::uint64_t>(name.data());
+    if (name.size() >= 4) {
+        return load<std::uint32_t>(name.data()) | load<std::uint32_t>(end - 4) << 32;
+    }
+    if (name.size() >= 2) {
+        return load<std::uint16_t>(name.data()) | load<std::uint16_t>(end - 2) << 16;
+    }
+    return name.empty() ? 0 : load<std::uint8_t>(name.data());
+}
+
+// Equal for equal names, and different for different names of one size up to 8.
+std::uint64_t codeOf(std::string_view name) {
+    if (name.size() <= kPackedSize) return packed(name);
+    std::uint64_t hash = 0xCBF29CE484222325u;  // FNV-1a
     for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3u;
-    return hash ^ (hash >> 32);
+    return hash;
+}
+
+std::size_t slotHash(std::uint64_t code, std::size_t size) {
+    const std::uint64_t hash = (code ^ size) * 0x9E3779B97F4A7C15u;
+    return static_cast<std::size_t>(hash ^ (hash >> 32));
 }
 
 }  // namespace
 
-KeyTable::KeyTable() : m_slots(kFirstSlots, kNoKey) {
+KeyTable::KeyTable() : m_slots(kFirstSlots, Slot{0, 0, kNoKey}) {
     for (const char* name : kWellKnownNames) add(name);
 }
 
 std::size_t KeyTable::slotOf(std::string_view name) const {
+    const std::uint64_t code = codeOf(name);
     const std::size_t mask = m_slots.size() - 1;
-    std::size_t slot = hashOf(name) & mask;
-    while (m_slots[slot] != kNoKey && m_names[m_slots[slot]] != name) slot = (slot + 1) & mask;
+    std::size_t slot = slotHash(code, name.size()) & mask;
+    for (; m_slots[slot].key != kNoKey; slot = (slot + 1) & mask) {
+        const auto& [slotCode, size, key] = m_slots[slot];
+        if (slotCode != code || size != name.size()) continue;
+        if (size <= kPackedSize || m_names[key] == name) break;
+    }
     return slot;
 }
 
 std::optional<KeyId> KeyTable::find(std::string_view name) const {
-    const KeyId key = m_slots[slotOf(name)];
+    const KeyId key = m_slots[slotOf(name)].key;
     return key == kNoKey ? std::nullopt : std::optional(key);
 }
 
@@ -42,14 +75,17 @@ KeyId KeyTable::add(std::string_view name) {
     if (const std::optional<KeyId> known = find(name)) return *known;
     if (2 * (m_names.size() + 1) > m_slots.size()) grow();
     const KeyId key = static_cast<KeyId>(m_names.size());
-    m_slots[slotOf(name)] = key;
+    m_slots[slotOf(name)] = {codeOf(name), static_cast<std::uint32_t>(name.size()), key};
     m_names.emplace_back(name);
     return key;
 }
 
 void KeyTable::grow() {
-    m_slots.assign(2 * m_slots.size(), kNoKey);
-    for (KeyId key = 0; key < m_names.size(); ++key) m_slots[slotOf(m_names[key])] = key;
+    m_slots.assign(2 * m_slots.size(), Slot{0, 0, kNoKey});
+    for (KeyId key = 0; key < m_names.size(); ++key) {
+        const std::string& name = m_names[key];
+        m_slots[slotOf(name)] = {codeOf(name), static_cast<std::uint32_t>(name.size()), key};
+    }
 }
 
 void AttributeSequence::addInteger(KeyId key, std::int64_t value) {

@@ -45,11 +45,17 @@ public:
     std::size_t size() const { return m_names.size(); }
 
 private:
+    struct Slot {
+        std::uint64_t code;  // see `codeOf`
+        std::uint32_t size;  // of the name
+        KeyId key;
+    };
+
     std::size_t slotOf(std::string_view name) const;
     void grow();
 
     std::deque<std::string> m_names;
-    std::vector<KeyId> m_slots;  // open addressing, at most half full
+    std::vector<Slot> m_slots;  // open addressing, at most half full
 };
 
 enum class ValueType : std::uint8_t { integer, real, text, list };
