@@ -119,13 +119,12 @@ String& String::appendSlow(const char* text, std::size_t size) {
 
 String& String::append(std::size_t count, char c) {
     if (count > kMaxSize - size()) throw std::length_error("SV::String");
-    char* room = roomBehind(count);
+    char* room = growInPlace(count);
     if (!room) {
         reserve(grownCapacity(size() + count));
-        room = roomBehind(count);
+        room = growInPlace(count);
     }
     std::memset(room, c, count);
-    grewBy(count);
     return *this;
 }
 

@@ -74,7 +74,7 @@ public:
     const char* c_str() const noexcept { return data(); }
     const char* data() const noexcept { return isHeap() ? m_heap.block->text() : m_inline; }
     std::size_t size() const noexcept {
-        return isHeap() ? m_heap.size : kInlineCapacity - static_cast<unsigned char>(mark());
+        return isHeap() ? m_heap.size : kInlineCapacity - inlineRoom();
     }
     bool empty() const noexcept { return size() == 0; }
     std::size_t capacity() const noexcept {
@@ -89,10 +89,9 @@ public:
     void clear() noexcept;               // keeps memory that nobody shares
     void reserve(std::size_t capacity);  // room for that many bytes without a new block
     String& append(const char* text, std::size_t size) {
-        char* const room = roomBehind(size);
+        char* const room = growInPlace(size);
         if (!room) return appendSlow(text, size);
-        if (size) std::memcpy(room, text, size);  // no overlap: `room` lies behind our text
-        grewBy(size);
+        if (size) std::memcpy(room, text, size);  // no overlap: `room` lies behind our old text
         return *this;
     }
     String& append(std::string_view text) { return append(text.data(), text.size()); }
@@ -169,6 +168,12 @@ private:
 
     char mark() const noexcept { return m_inline[kInlineCapacity]; }
     bool isHeap() const noexcept { return mark() == kHeapMark; }
+    // The compiler is told the range: it warns of impossible sizes otherwise.
+    std::size_t inlineRoom() const noexcept {
+        const auto room = static_cast<unsigned char>(mark());
+        if (room > kInlineCapacity) __builtin_unreachable();
+        return room;
+    }
     void setInline(std::size_t size) noexcept {
         m_inline[size] = '\0';
         m_inline[kInlineCapacity] = static_cast<char>(kInlineCapacity - size);
@@ -180,20 +185,19 @@ private:
     bool isUnique() const noexcept {
         return m_heap.block->owners.load(std::memory_order_acquire) == 1;
     }
-    // Where `size` more bytes go when they fit without a new block; else null.
-    char* roomBehind(std::size_t size) noexcept {
+    // Grows by `size` bytes, yet to be filled, when they fit without a new block; else null.
+    char* growInPlace(std::size_t size) noexcept {
         if (!isHeap()) {
-            return size <= static_cast<unsigned char>(mark()) ? m_inline + this->size() : nullptr;
+            const std::size_t room = inlineRoom();
+            if (size > room) return nullptr;
+            const std::size_t end = kInlineCapacity - room;
+            setInline(end + size);
+            return m_inline + end;
         }
-        const bool fits = size <= m_heap.block->capacity - m_heap.size && isUnique();
-        return fits ? m_heap.block->text() + m_heap.size : nullptr;
-    }
-    void grewBy(std::size_t size) noexcept {
-        if (isHeap()) {
-            setHeap(m_heap.block, m_heap.size + size);
-        } else {
-            setInline(this->size() + size);
-        }
+        const std::size_t end = m_heap.size;
+        if (size > m_heap.block->capacity - end || !isUnique()) return nullptr;
+        setHeap(m_heap.block, end + size);
+        return m_heap.block->text() + end;
     }
     void release() noexcept {
         if (isHeap()) releaseBlock(m_heap.block);

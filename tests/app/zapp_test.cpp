@@ -1,0 +1,391 @@
+#include "zbasic/zapp.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "support/box_watcher.h"
+#include "support/child.h"
+#include "support/temp_dir.h"
+#include "sv/resource.h"
+#include "sv/window.h"
+#include "zbasic/zcmdline.h"
+#include "zbasic/zevent.h"
+#include "zbasic/zgui.h"
+#include "zbasic/zinter.h"
+#include "zbasic/ztrace.h"
+
+#include <windows.h>
+
+namespace {
+
+// Says on standard output what start-up and shut-down do.
+class SpeakingApplication : public ZelMDIApplication {
+public:
+    explicit SpeakingApplication(bool withGUI = true)
+        : ZelMDIApplication("tester", withGUI, "log") {}
+
+    int initApplication() override {
+        std::puts("init");
+        return ZelCmdline::Instance().getInt("init");
+    }
+    int runApplication() override {
+        std::puts("run");
+        if (body) body(*this);
+        return ZelCmdline::Instance().getInt("run");
+    }
+    bool getMDIClientImage(SV::Image& image, int& mode) override {
+        image = background;
+        mode = backgroundMode;
+        return !background.IsEmpty();
+    }
+    void setBackground(SV::Image image, int mode) {
+        m_clientImage = SV::Bitmap(image);
+        m_clientImageMode = mode;
+    }
+    SV::Size clientImageSize() const { return m_clientImage.GetSize(); }
+    using ZelApplicationInterface::_handleException;
+
+    void (*body)(SpeakingApplication&) = nullptr;
+    SV::Image background;
+    int backgroundMode = kNoImage;
+};
+
+class ExitListener : public ZelEventListener {
+public:
+    ExitListener() {
+        setEventHandler(ZelEvent_AppExit,
+                        static_cast<void (ZelEventListener::*)(ZelEvent*)>(&ExitListener::onExit),
+                        100);
+    }
+    void onExit(ZelEvent* event) {
+        const auto* const exit = static_cast<ZelExitAppEvent*>(event);
+        std::printf("exit: %s, after main %d\n", exit->GetReason().c_str(),
+                    ZelApplicationInterface::IsAfterMain());
+        std::fflush(stdout);
+    }
+};
+
+int runApplication(int argc, char** argv, void (*body)(SpeakingApplication&), bool withGUI = true) {
+    SpeakingApplication application(withGUI);
+    const ExitListener listener;
+    application.body = body;
+    application.Run(argc, argv);
+    std::puts("returned");
+    return 0;
+}
+
+}  // namespace
+
+CHILD_MAIN(appPhases) { return runApplication(argc, argv, nullptr); }
+
+TEST(ZelApp, PhasesFollowEachOther) {
+    struct Case {
+        const char* why;
+        std::vector<std::string> arguments;
+        unsigned long exitCode;
+        const char* out;
+    };
+    const Case cases[] = {
+        {"all is well", {}, 0, "init\nrun\nexit: end(0), after main 1\nreturned\n"},
+        {"the body fails", {"-run7"}, 7, "init\nrun\nexit: end(7), after main 1\n"},
+        {"initialisation fails", {"-init3"}, 3, "init\nexit: end(3), after main 1\n"},
+    };
+    for (const auto& [why, arguments, exitCode, out] : cases) {
+        SCOPED_TRACE(why);
+        const ChildResult result = runChild("appPhases", arguments);
+        EXPECT_EQ(result.exitCode, exitCode);
+        EXPECT_EQ(result.out, out);
+    }
+}
+
+CHILD_MAIN(appSettings) {
+    return runApplication(argc, argv, [](SpeakingApplication& application) {
+        const SV::Font& font = application.GetAppFont();
+        std::printf("font %s %d charset %d color %d/%d\n", font.GetFace().c_str(),
+                    font.GetSize().height, font.GetCharSet(), font.GetTextColor(),
+                    font.GetFillColor());
+        std::printf("language %d\n", ZelInternational::GetCurrentLanguageID());
+        const SV::International& texts = application.GetAppInternational();
+        std::printf("buttons %s %s %s\n", texts.GetOKText().c_str(), texts.GetCancelText().c_str(),
+                    texts.GetHelpText().c_str());
+        std::printf("cwd %s %s %s\n", Zel_GetStartCWD(true).c_str(), Zel_GetStartCWD(false).c_str(),
+                    Zel_GetStartCWDFilename("x.txt").c_str());
+        std::printf("gui %d suppressed %d %d log %s\n", ZelApplicationInterface::IsWithGUI(),
+                    SV::Application::IsModalDialogSuppression(),
+                    SV::Application::IsShowWindowSuppression(),
+                    SV::Application::GetModalDialogSuppressionLogfileName().c_str());
+    });
+}
+
+CHILD_MAIN(appWithoutGui) {
+    return runApplication(
+        argc, argv,
+        [](SpeakingApplication&) {
+            std::printf("gui %d suppressed %d %d log %s\n", ZelApplicationInterface::IsWithGUI(),
+                        SV::Application::IsModalDialogSuppression(),
+                        SV::Application::IsShowWindowSuppression(),
+                        SV::Application::GetModalDialogSuppressionLogfileName().c_str());
+        },
+        false);
+}
+
+TEST(ZelApp, SettingsComeFromTheCommandLine) {
+    struct Case {
+        const char* argument;
+        const char* expected;  // a line of the child's output
+    };
+    // One pixel a point: the virtual screen has 96 dots an inch.
+    const Case cases[] = {
+        {"", "font Segoe UI 12 charset 1 color 20/21"},
+        {"-h3", "font Segoe UI 12"},
+        {"-h4", "font Segoe UI 4"},
+        {"-h48", "font Segoe UI 48"},
+        {"-h49", "font Segoe UI 12"},
+        {"-fArial", "font Arial 12"},
+        {"-charset238", "charset 238"},
+        {"-lang1031", "language 1031"},
+        {"-lang0", "language 1033"},
+        {"-langGerman", "language 1031"},
+        {"-langDeutsch", "language 1031"},
+        {"-langde", "language 1031"},
+        {"-langKlingon", "language 1033"},
+        {"-lang1031", "buttons OK Abbrechen Hilfe"},
+        {"", "buttons OK Cancel Help"},
+        {"", "gui 1 suppressed 0 0 log \n"},
+        {"-no_dialogs", "gui 1 suppressed 1 0"},
+        {"-no_windows", "gui 1 suppressed 0 1"},
+    };
+    for (const auto& [argument, expected] : cases) {
+        SCOPED_TRACE(argument);
+        const ChildResult result = runChild("appSettings", {argument});
+        EXPECT_NE(result.out.find(expected), std::string::npos) << result.out;
+    }
+    const ChildResult silent = runChild("appWithoutGui", {"-logC:\\d.txt"});
+    EXPECT_NE(silent.out.find("gui 0 suppressed 1 1 log C:\\d.txt\n"), std::string::npos)
+        << silent.out;
+}
+
+TEST(ZelApp, WritesPidAndTraceFilesAndRemembersWhereItStarted) {
+    const TempDir dir;
+    const ChildResult result = runChild(
+        "appSettings", {"-pidfile" + dir.path("pid.txt"), "-trace", "-trf" + dir.path("trace.txt")},
+        {dir.root().string(), {}});
+    const std::string pid = readFile(dir.root() / "pid.txt");
+    EXPECT_GT(std::atoi(pid.c_str()), 0);
+    EXPECT_TRUE(pid.ends_with("\n")) << pid;
+    EXPECT_TRUE(std::filesystem::exists(dir.root() / "trace.txt"));
+    const std::string root = dir.root().string();
+    EXPECT_NE(result.out.find("cwd " + root + "\\ " + root + " " + root + "\\x.txt\n"),
+              std::string::npos)
+        << result.out;
+    // Files that cannot be written are passed over.
+    EXPECT_EQ(runChild("appSettings", {"-pidfileC:\\no\\such\\f", "-trfC:\\no\\such\\f"}).exitCode,
+              0u);
+}
+
+// Raises the failure that its first option names, with a watcher that answers the box.
+CHILD_MAIN(appException) {
+    return runApplication(argc, argv, [](SpeakingApplication& application) {
+        const BoxWatcher watcher(IDOK);
+        const ZelCmdline& line = ZelCmdline::Instance();
+        const long code = line.getLong("code");
+        const auto detail = static_cast<unsigned long>(line.getLong("detail"));
+        std::printf("handled %d\n", application._handleException(code, detail));
+        for (const SeenBox& box : watcher.seen()) {
+            std::printf("<%s> %s\n", box.caption.c_str(), box.text.c_str());
+        }
+    });
+}
+
+TEST(ZelApp, AFatalFailureIsShownAndDumped) {
+    const char* const kEnd =
+        "\n\nThis is a severe error!!\n\nThe application will shut down immediately!\n\n"
+        "Please inform your administrator!!\n";
+    struct Case {
+        std::vector<std::string> arguments;
+        const char* message;
+    };
+    const Case cases[] = {
+        {{"-code256", "-detail77"},
+         "[tester-10001]\nInternal error loading a resource.\nResource ID: 77"},
+        {{"-code256"}, "[tester-10001]\nInternal error loading a resource."},
+        {{"-code512", "-detail8"},
+         "[tester-10002]\nSystem object (e.g. window) could not be created.\nError code: 8"},
+        {{"-code1024"}, "[tester-10004]\nInternal error loading a resource file."},
+        {{"-code-5", "-detail1"}, "[tester-10003]\nGeneral exception -5 occured.\nResource ID: 1"},
+    };
+    for (const auto& [arguments, message] : cases) {
+        SCOPED_TRACE(message);
+        const TempDir dumps;
+        const std::string folder = dumps.root().string();
+        const ChildResult result =
+            runChild("appException", arguments, {"", {"TEMP=" + folder, "TMP=" + folder}});
+        EXPECT_NE(result.out.find("exit: exception (minidump), after main 0\nhandled 0\n"),
+                  std::string::npos)
+            << result.out;
+        EXPECT_NE(result.out.find("<tester> " + std::string(message) + kEnd), std::string::npos)
+            << result.out;
+        const auto files = std::filesystem::directory_iterator(dumps.root());
+        const bool isDumped = std::any_of(begin(files), end(files), [](const auto& file) {
+            return file.path().filename().string().find("_zapp_630_") != std::string::npos;
+        });
+        EXPECT_TRUE(isDumped);
+    }
+}
+
+CHILD_MAIN(appNextManager) {
+    return runApplication(argc, argv, [](SpeakingApplication& application) {
+        application.createResourceManager("zbasic", true);
+        SV::ResMgr* const first = SV::Resource::GetResManager();
+        application.createResourceManager("zbasic", true);
+        const bool isHandled = application._handleException(256, 1);
+        std::printf("handled %d, moved %d\n", isHandled, SV::Resource::GetResManager() != first);
+        std::printf("text %s\n", SV::Resource::GetString(SV::ResId(25100)).c_str());
+        // A file that is in no folder raises 1024 twice inside; the box is about the file.
+        const BoxWatcher watcher(IDOK);
+        std::printf("missing %d\n", application.createResourceManager("nothing", true));
+        for (const SeenBox& box : watcher.seen()) std::printf("<%s>\n", box.caption.c_str());
+    });
+}
+
+TEST(ZelApp, GoesOnWithTheNextResourceFile) {
+    const ChildResult result = runChild("appNextManager");
+    EXPECT_NE(result.out.find("handled 1, moved 1\ntext January\nmissing 0\n"
+                              "<Zelkit: error loading resource file>\n"),
+              std::string::npos)
+        << result.out;
+}
+
+CHILD_MAIN(appConsole) {
+    ::FreeConsole();  // the test program's; the application opens its own
+    return runApplication(argc, argv, [](SpeakingApplication&) {
+        ZelDebugOut("[zel] a debug line\n");
+        char title[200] = "";
+        ::GetConsoleTitleA(title, sizeof title);
+        std::printf("title %s\n", title);
+        const bool isRaised = ::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
+        ::Sleep(300);  // the handler runs on a thread of the system's
+        std::printf("raised %d\n", isRaised);
+    });
+}
+
+TEST(ZelApp, TheDynamicConsoleShowsWhatGoesOn) {
+    const ChildResult result = runChild("appConsole", {"-console", "-langKlingon"});
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_NE(result.out.find("title [Zelkit 1.8_230922] - dynamic console\n"), std::string::npos)
+        << result.out;
+    EXPECT_NE(result.out.find("[exception] Ctrl+C was pressed\n"), std::string::npos) << result.out;
+    EXPECT_NE(result.err.find("[locale] The locale 'Klingon' could not be resolved!\n"),
+              std::string::npos)
+        << result.err;
+    EXPECT_NE(result.err.find("[zel] a debug line\n"), std::string::npos);
+    EXPECT_NE(result.err.find("[zel] Application shutdown event recognized\n"), std::string::npos);
+}
+
+namespace {
+
+SV::Image filledImage(SV::Size size, std::uint32_t color) {
+    SV::Image image(size);
+    for (int y = 0; y < size.height; ++y) std::fill_n(image.GetRow(y), size.width, color);
+    return image;
+}
+
+constexpr COLORREF kGreen = RGB(0, 200, 0);
+constexpr COLORREF kBlue = RGB(0, 0, 200);
+
+// Green with a blue pixel in its upper left corner.
+SV::Image markedImage(SV::Size size) {
+    SV::Image image = filledImage(size, 0x00C800);
+    image.GetRow(0)[0] = 0x0000C8;
+    return image;
+}
+
+}  // namespace
+
+TEST(ZelMdiClient, PaintsTheBackgroundInEveryMode) {
+    SpeakingApplication application;
+    SV::MDIFrame frame("painted");
+    ::MoveWindow(frame.GetClient(), 0, 0, 104, 64, FALSE);  // 100 x 60 inside its edge
+    RECT area;
+    ::GetClientRect(frame.GetClient(), &area);
+    ASSERT_EQ(area.right, 100);
+    ASSERT_EQ(area.bottom, 60);
+    frame.Show();
+    application.Reschedule();
+    ::MoveWindow(frame.GetClient(), 0, 0, 104, 64, FALSE);
+    application.Reschedule();
+
+    const COLORREF workspace =
+        ZelThemeManager::Instance().GetColor(ZelThemeManager::kWorkspace).GetRef();
+    struct Pixel {
+        int x, y;
+        COLORREF color;
+    };
+    struct Case {
+        const char* why;
+        int mode;
+        SV::Size size;
+        std::vector<Pixel> pixels;
+    };
+    const Case cases[] = {
+        {"none", 0, {10, 10}, {{1, 1, workspace}, {50, 30, workspace}, {98, 58, workspace}}},
+        {"stretched", 1, {98, 58}, {{1, 1, kBlue}, {2, 1, kGreen}, {98, 58, kGreen}}},
+        {"fitted: from the middle of a larger one",
+         2,
+         {100, 60},
+         {{1, 1, kGreen}, {98, 58, kGreen}}},
+        {"fitted: of just that size", 2, {98, 58}, {{1, 1, kBlue}, {98, 58, kGreen}}},
+        {"centred",
+         3,
+         {18, 18},
+         {{40, 20, kBlue},
+          {57, 37, kGreen},
+          {58, 37, workspace},
+          {39, 20, workspace},
+          {1, 1, workspace}}},
+        {"tiled", 4, {20, 20}, {{1, 1, kBlue}, {21, 1, kBlue}, {81, 41, kBlue}, {22, 2, kGreen}}},
+    };
+    for (const auto& [why, mode, size, pixels] : cases) {
+        SCOPED_TRACE(why);
+        application.setBackground(markedImage(size), mode);
+        application.PaintMDIClient(frame.GetClient());
+        const HDC device = ::GetDC(frame.GetClient());
+        for (const auto& [x, y, color] : pixels) {
+            EXPECT_EQ(::GetPixel(device, x, y), color) << x << "," << y;
+        }
+        const COLORREF border = ::GetPixel(device, 0, 0);
+        EXPECT_NE(border, workspace);
+        EXPECT_EQ(::GetPixel(device, 99, 59), border);
+        EXPECT_EQ(::GetPixel(device, 50, 0), border);
+        ::ReleaseDC(frame.GetClient(), device);
+    }
+}
+
+TEST(ZelMdiClient, PreparesTheBackgroundForTheScreen) {
+    const SV::Size screen = {::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
+    SpeakingApplication application;
+    EXPECT_FALSE(application.MakeMDIClientImg(false)) << "no picture";
+
+    application.background = filledImage({64, 64}, 0x00C800);
+    application.backgroundMode = ZelMDIApplication::kTiled;
+    EXPECT_TRUE(application.MakeMDIClientImg(false));
+    EXPECT_EQ(application.clientImageSize(), (SV::Size{64, 64})) << "small ones stay as they are";
+
+    application.background = filledImage({screen.width + 10, screen.height + 6}, 0x00C800);
+    EXPECT_TRUE(application.MakeMDIClientImg(false));
+    EXPECT_EQ(application.clientImageSize(), screen) << "cropped";
+    EXPECT_FALSE(application.MakeMDIClientImg(false)) << "done already";
+    EXPECT_FALSE(application.MakeMDIClientImg(true)) << "no second screen";
+
+    SpeakingApplication fitted;
+    fitted.background = filledImage({screen.width / 4, screen.height / 2}, 0x00C800);
+    fitted.backgroundMode = ZelMDIApplication::kFitted;
+    EXPECT_TRUE(fitted.MakeMDIClientImg(false));
+    EXPECT_EQ(fitted.clientImageSize(), screen) << "scaled by the larger ratio, then cropped";
+}
