@@ -5,4 +5,4 @@
 #include "sv/string.h"
 
 // A null text argument shows as "(null)".
-SV::String formatted(const char* format, ...) __attribute__((format(gnu_printf, 1, 2)));
+SV::String formatted(const char* format, ...) __attribute__((format(printf, 1, 2)));

@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -199,7 +200,8 @@ TEST(InternalError, MakesItsCodeOfNameAndLine) {
 CHILD_MAIN(deadNet) {
     ZelCmdline::init(argc, argv, true, "");
     const SV::Application application;
-    const SV::ResMgr texts("test_texts.dll");
+    std::optional<SV::ResMgr> texts;
+    if (!ZelCmdline::Instance().isFlag("own")) texts.emplace("test_texts.dll");
     SV::Application::SetModalDialogSuppression(ZelCmdline::Instance().modalDialogSuppression());
     SV::Application::SetModalDialogSuppressionLogfileName(ZelCmdline::Instance().getValue("log"));
     const BoxWatcher watcher(ZelCmdline::Instance().isFlag("cancel") ? IDCANCEL : IDOK);
@@ -238,6 +240,13 @@ TEST(DeadNetwork, GoesToTheLogOnceWhenSuppressed) {
     runChild("deadNet", {"-no_dialogs", "-log" + directory.path("dialogs.txt")});
     EXPECT_EQ(readFile(directory.path("dialogs.txt")),
               "displayDeadNetworkMessage()\r\nThe line is dead.\r\n");
+}
+
+TEST(DeadNetwork, HasATextWithoutAResourceFile) {
+    const TempDir directory;
+    runChild("deadNet", {"-own", "-no_dialogs", "-log" + directory.path("dialogs.txt")});
+    const std::string log = readFile(directory.path("dialogs.txt"));
+    EXPECT_NE(log.find(" connection "), std::string::npos) << log;
 }
 
 CHILD_MAIN(exitNotice) {

@@ -62,6 +62,7 @@ CHILD_MAIN(trace) {
     Zel_IncTraceCounter();  // does not indent
     Zel_Trace("%s", std::string(20'000, 'y').c_str());
     Zel_DecTraceCounter();
+    Zel_Trace("short");
     std::printf("flushed: %d\n", static_cast<int>(readFile(argv[1]).size()));
     std::fputs("of the caller", file);
     Zel_TraceSetHandle(nullptr);
@@ -81,8 +82,8 @@ TEST(Trace, WritesLinesWithAOneShotPrefixWhileEnabled) {
     EXPECT_EQ(result.out,
               "main [7]: n=1 x\n"
               "no prefix\n"
-              "flushed: 20002\n"  // with CR LF
-              "flushed: 20015\n"  // and what the caller wrote
+              "flushed: 20009\n"  // with CR LF
+              "flushed: 20022\n"  // and what the caller wrote
               "end [9]: to standard output again\n");
 }
 
