@@ -42,8 +42,8 @@ ZBASIC_API bool Zel_MultiLangEquals(const SV::String& text, unsigned short resId
 ZBASIC_API bool Zel_MultiLangEquals(const char* text, unsigned short resId, int* length = nullptr);
 
 // Whether `text` starts with the text of `resId` in some language; the first
-// such language gives `*length`, which is left alone when there is none.
-// Relied on by callers: an empty text of a resource starts every text.
+// such language gives `*length`, which is left alone when there is none. (A file
+// cannot hold an empty text, which would start every other one.)
 ZBASIC_API bool Zel_MultiLangStartsWith(const SV::String& text, unsigned short resId,
                                         int* length = nullptr);
 ZBASIC_API bool Zel_MultiLangStartsWith(const char* text, unsigned short resId,
