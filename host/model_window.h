@@ -27,9 +27,11 @@ public:
 
 private:
     void Paint(HDC__* device) override;
+    void fit(SV::Size client);
 
     std::shared_ptr<const Model> m_model;
-    SV::Bitmap m_picture;
+    SV::Image m_picture;
+    SV::Image m_fitted;  // in the size last painted
 };
 
 }  // namespace zelhost
