@@ -11,7 +11,7 @@ constexpr std::size_t kCount = ZelEvent_Last - ZelEvent_First + 1;
 
 struct TypeName {
     ZelEventType type;
-    const char* name;
+    std::string_view name;  // of a literal, so its data ends in a NUL
 };
 
 #define ZBASIC_EVENT(name) \
@@ -189,7 +189,7 @@ static_assert(everyRowIsAtItsType());
 consteval bool namesAreDistinct() {
     for (std::size_t i = 0; i < kCount; ++i) {
         for (std::size_t j = 0; j < i; ++j) {
-            if (std::string_view(kTypeNames[i].name) == kTypeNames[j].name) return false;
+            if (kTypeNames[i].name == kTypeNames[j].name) return false;
         }
     }
     return true;
@@ -198,7 +198,7 @@ static_assert(namesAreDistinct());
 
 consteval std::array<const char*, kCount> namesAlone() {
     std::array<const char*, kCount> names = {};
-    for (std::size_t i = 0; i < kCount; ++i) names[i] = kTypeNames[i].name;
+    for (std::size_t i = 0; i < kCount; ++i) names[i] = kTypeNames[i].name.data();
     return names;
 }
 
