@@ -1,6 +1,5 @@
 #include "model/gml_reader.h"
 
-#include <charconv>
 #include <limits>
 #include <new>
 #include <optional>
@@ -9,6 +8,7 @@
 
 #include "model/file_scan.h"
 #include "model/gml_lexer.h"
+#include "model/gml_number.h"
 #include "model/node_index.h"
 
 namespace zelhost {
@@ -21,70 +21,14 @@ constexpr std::size_t kMostEntries = std::numeric_limits<std::uint32_t>::max();
 constexpr std::size_t kLongestText = std::numeric_limits<std::uint32_t>::max();
 constexpr std::size_t kShownBytes = 40;  // of a token in a message
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isKeyStart(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 
 bool isKey(std::string_view word) {
     if (!isKeyStart(word[0])) return false;
     for (const char c : word) {
-        if (!isKeyStart(c) && !isDigit(c)) return false;
+        if (!isKeyStart(c) && !(c >= '0' && c <= '9')) return false;
     }
     return true;
-}
-
-// What a word is as a number.
-struct Number {
-    enum class Kind { none, integer, real };
-
-    Kind kind = Kind::none;
-    std::int64_t integer = 0;
-};
-
-std::size_t skipDigits(std::string_view text, std::size_t from) {
-    while (from < text.size() && isDigit(text[from])) ++from;
-    return from;
-}
-
-std::size_t skipSign(std::string_view text, std::size_t from) {
-    return from < text.size() && (text[from] == '-' || text[from] == '+') ? from + 1 : from;
-}
-
-// Whether the rest of a real from `from` on is an exponent.
-bool isExponent(std::string_view word, std::size_t from) {
-    if (word[from] != 'e' && word[from] != 'E') return false;
-    const std::size_t digits = skipSign(word, from + 1);
-    return digits < word.size() && skipDigits(word, digits) == word.size();
-}
-
-Number numberOf(std::string_view word) {
-    const std::size_t start = skipSign(word, 0);
-    std::size_t i = skipDigits(word, start);
-    std::size_t digits = i - start;
-    if (i == word.size() && digits > 0) {
-        Number number{Number::Kind::integer};
-        const char* const first = word.data() + (word[0] == '+' ? 1 : 0);
-        const auto [stop, error] = std::from_chars(first, word.data() + i, number.integer);
-        if (error != std::errc()) number.kind = Number::Kind::real;  // beyond 64 bits
-        return number;
-    }
-    if (i < word.size() && word[i] == '.') {
-        const std::size_t end = skipDigits(word, i + 1);
-        digits += end - (i + 1);
-        i = end;
-    }
-    const bool isReal = digits > 0 && (i == word.size() || isExponent(word, i));
-    return {isReal ? Number::Kind::real : Number::Kind::none};
-}
-
-// With a point and a signed exponent where it has an exponent: readers that take the grammar at
-// its word know no other.
-std::string strictSpelling(std::string_view real, std::size_t exponent) {
-    std::string spelling(real.substr(0, exponent));
-    if (spelling.find('.') == spelling.npos) spelling += ".0";
-    spelling += real[exponent];
-    if (skipSign(real, exponent + 1) == exponent + 1) spelling += '+';
-    spelling += real.substr(exponent + 1);
-    return spelling;
 }
 
 // For a message: what cannot be shown in ASCII as a number.
@@ -279,25 +223,20 @@ bool GmlReader::addText(KeyId key) {
 
 bool GmlReader::addNumber(KeyId key) {
     const std::string_view word = m_lexer.word();
-    const Number number = numberOf(word);
-    if (number.kind == Number::Kind::none) {
+    const GmlNumber number = readGmlNumber(word);
+    if (number.kind == GmlNumber::Kind::none) {
         return fail(m_lexer.line(), "the value of " + quoted(nameOf(key)) +
                                         " is neither number, text nor list: " + quoted(word));
     }
     AttributeSequence& target = *m_levels.back().target;
     std::optional<std::int64_t>* const member = memberOf(key);
-    if (number.kind == Number::Kind::integer) {
+    if (number.kind == GmlNumber::Kind::integer) {
         if (member) return setMember(key, *member, number.integer);
         target.addInteger(key, number.integer);
         return true;
     }
     if (member) return fail(m_lexer.line(), quoted(nameOf(key)) + " must be a whole number");
-    const std::size_t exponent = word.find_first_of("eE");
-    if (exponent == word.npos) {
-        target.addReal(key, word);
-    } else {
-        target.addReal(key, strictSpelling(word, exponent));
-    }
+    target.addReal(key, strictSpelling(word));
     return true;
 }
 
