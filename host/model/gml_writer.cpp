@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "model/code_page_runs.h"
+#include "model/file_scan.h"
 #include "zbasic/zsgml.h"
 
 namespace zelhost {
@@ -10,10 +11,47 @@ namespace zelhost {
 namespace {
 
 constexpr std::size_t kBlanksPerLevel = 2;
+constexpr std::size_t kLongLine = kLongestLine - 1500;  // room for a key, deep in lists
 
 // What may stand in a line as it is; the SGML map would drop a carriage return.
 bool mayStandInText(char32_t character) {
     return character >= U' ' || character == U'\t' || character == U'\n';
+}
+
+// `onOther` puts characters that are not for the SGML map at the end of the text.
+template <typename IsWanted, typename OnOther>
+std::string encoded(std::string_view utf8, IsWanted isWanted, OnOther onOther) {
+    std::string text;
+    splitByCodePage(
+        utf8, isWanted,
+        [&](const SV::String& run) { text += std::string_view(ZelSGMLString::GetSGMLString(run)); },
+        [&](char32_t character) { onOther(text, character); });
+    return text;
+}
+
+void appendReference(std::string& text, char32_t character) {
+    text += "&#" + std::to_string(static_cast<std::uint32_t>(character)) + ";";
+}
+
+// References make a text up to seven times as long, too long a line for the reader. The file is
+// UTF-8 then.
+void appendShort(std::string& text, char32_t character) {
+    if (mayStandInText(character)) {
+        appendUtf8(text, character);
+    } else {
+        appendReference(text, character);
+    }
+}
+
+bool isShortInText(char32_t character) { return mayStandInText(character) && character < 0x80; }
+
+bool hasLongLine(std::string_view text) {
+    while (text.size() > kLongLine) {
+        const std::size_t end = text.find('\n');
+        if (end == text.npos || end > kLongLine) return true;
+        text.remove_prefix(end + 1);
+    }
+    return false;
 }
 
 class GmlWriter {
@@ -35,14 +73,9 @@ private:
 };
 
 void GmlWriter::putText(std::string_view utf8) {
-    m_output << '"';
-    splitByCodePage(
-        utf8, mayStandInText,
-        [&](const SV::String& run) {
-            m_output << std::string_view(ZelSGMLString::GetSGMLString(run));
-        },
-        [&](char32_t character) { m_output << "&#" << std::uint64_t{character} << ';'; });
-    m_output << '"';
+    std::string text = encoded(utf8, mayStandInText, appendReference);
+    if (hasLongLine(text)) text = encoded(utf8, isShortInText, appendShort);
+    m_output << '"' << text << '"';
 }
 
 void GmlWriter::putValue(const AttributeSequence& sequence, const Attribute& attribute) {

@@ -84,6 +84,17 @@ TEST(GmlWriter, WritesWhatReadsBackTheSame) {
     EXPECT_EQ(written(zelhost::writeGml, graphOf(gml)), gml);
 }
 
+// References would make the line too long for the reader.
+TEST(GmlWriter, WritesLongLinesInUtf8) {
+    std::string label;
+    for (int i = 0; i < 1500; ++i) label += "\xD0\x9A\xC3\xA4";
+    const Graph graph = graphOf("graph [ l \"" + label + "&amp;&#13;\" m \"\xC3\xA4\n" +
+                                std::string(7000, 'x') + "\" ]");
+    const std::string gml = written(zelhost::writeGml, graph);
+    EXPECT_NE(gml.find("l \"" + label + "&amp;&#13;\""), gml.npos);
+    EXPECT_EQ(describe(graphOf(gml)), describe(graph));
+}
+
 TEST(GraphmlWriter, WritesTheWholeGraph) {
     EXPECT_EQ(
         written(zelhost::writeGraphml,
