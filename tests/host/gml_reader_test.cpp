@@ -64,6 +64,8 @@ TEST(GmlReader, ReadsGraphs) {
          "|g{node{id=1}}|1{graph{}}|"},
         {"comments, one of them between key and value",
          "#\n# [ \"\n  # x\ngraph\n#]\n[\n#a\n#b\nnode [ id\n# 5\n1 ]\n]\n# end", "||1{}|"},
+        {"a comment of nothing but its sign", "graph [ a 1\n#\nb 2 ]", "|a=1 b=2||"},
+        {"a bracket directly behind a text", "graph [ l [ a \"b\"] c 1]", "|l{a=\"b\"} c=1||"},
         {"all line ends", "graph [\r\n#c\rnode [ id 1 ]\n]\r", "||1{}|"},
     });
 }
@@ -144,6 +146,13 @@ TEST(GmlReader, DecidesTheEncodingByTheWholeFile) {
     EXPECT_EQ(describe(graphOf(padding + start + "\xC3\xA4\" ]")), "|a=\"\xC3\xA4\"||");
     EXPECT_EQ(describe(graphOf("graph[ a\"\xC3\xA4\" ]\n" + padding + "# \xE4")),
               "|a=\"\xC3\x83\xC2\xA4\"||");
+    // A lead byte at the end of a block does not wait for a byte two blocks later.
+    std::string block = repeated("# comment      \n", 1 << 16);
+    block.back() = '\xC3';
+    std::string next = block;
+    next.back() = ' ';
+    const std::string rest = "\xA4\n" + start + "\xC3\xA4\" ]";
+    EXPECT_EQ(describe(graphOf(block + next + rest)), "|a=\"\xC3\x83\xC2\xA4\"||");
     EXPECT_EQ(describe(graphOf("\xEF\xBB\xBFgraph [ a \"\xC3\xA4\" ]")), "|a=\"\xC3\xA4\"||");
 }
 
