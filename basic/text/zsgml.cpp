@@ -1,6 +1,6 @@
 #include "zbasic/zsgml.h"
 
-#include <cstring>
+#include <algorithm>
 #include <istream>
 #include <memory>
 #include <ostream>
@@ -48,11 +48,6 @@ private:
 };
 
 MapBytes g_mapBytes;
-
-char* copyTo(char* target, const char* begin, std::size_t size) {
-    std::memcpy(target, begin, size);
-    return target + size;
-}
 
 // What is left of a line of the mapping file when blanks, line ends and comments are gone.
 std::string meaningOf(std::string line) {
@@ -206,10 +201,9 @@ std::size_t ZelSGMLString::__getConvertedLen(const SV::String& text, bool& conve
 void ZelSGMLString::__convertToBuf(const SV::String& text, char* buffer) {
     for (const char* from = text.begin();; ++from) {
         const char* const at = findByte(from, text.end(), g_mapBytes);
-        buffer = copyTo(buffer, from, static_cast<std::size_t>(at - from));
+        buffer = std::copy(from, at, buffer);
         if (at == text.end()) break;
-        const std::string_view replacement = g_mapBytes.replacement(*at);
-        buffer = copyTo(buffer, replacement.data(), replacement.size());
+        buffer = std::ranges::copy(g_mapBytes.replacement(*at), buffer).out;
         from = at;
     }
     *buffer = '\0';

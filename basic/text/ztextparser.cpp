@@ -1,29 +1,33 @@
 #include "zbasic/ztextparser.h"
 
-#include <algorithm>
-#include <array>
-#include <cstring>
+#include <emmintrin.h>
 
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <typeinfo>
+
+#include "text/bytescan.h"
 #include "text/comparetext.h"
 
 namespace {
 
-enum : unsigned char { kSpace = 1, kWord = 2, kComma = 4 };
-
 // The standard classification in the "C" locale, whatever locale the host has set.
-constexpr std::array<unsigned char, 256> kClasses = [] {
-    std::array<unsigned char, 256> classes{};
-    for (const char c : std::string_view(" \t\n\v\f\r"))
-        classes[static_cast<unsigned char>(c)] = kSpace;
-    for (unsigned c = '0'; c <= '9'; ++c) classes[c] = kWord;
-    for (unsigned c = 'A'; c <= 'Z'; ++c) classes[c] = classes[c - 'A' + 'a'] = kWord;
-    for (const char c : std::string_view("+-._")) classes[static_cast<unsigned char>(c)] = kWord;
-    classes[','] = kComma;
-    return classes;
-}();
 
-bool isOf(char c, unsigned char classes) {
-    return (kClasses[static_cast<unsigned char>(c)] & classes) != 0;
+__m128i isSpace(__m128i bytes) {
+    return _mm_or_si128(isInRange(bytes, '\t', '\r'), isByte(bytes, ' '));
+}
+
+// Letters, digits and + , - . _ but not `delimiter`.
+__m128i isWord(__m128i bytes, char delimiter) {
+    const __m128i letters = isInRange(_mm_or_si128(bytes, _mm_set1_epi8('a' ^ 'A')), 'a', 'z');
+    const __m128i upToNine = _mm_andnot_si128(isByte(bytes, '/'), isInRange(bytes, '+', '9'));
+    const __m128i all = _mm_or_si128(_mm_or_si128(letters, upToNine), isByte(bytes, '_'));
+    return _mm_andnot_si128(isByte(bytes, delimiter), all);
+}
+
+std::uint32_t bitsOf(__m128i low, __m128i high) {
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(low) | _mm_movemask_epi8(high) << 16);
 }
 
 std::string_view viewOf(const char* text) { return text ? text : std::string_view(); }
@@ -50,8 +54,13 @@ const char* findStop(const char* begin, const char* end, char stop, const char* 
 }  // namespace
 
 ZelTextParser::ZelTextParser(ZelLineReader* reader, int flags)
-    : m_reader(reader), m_wordClasses(flags & kCommaIsDelimiter ? kWord : kWord | kComma) {
-    startAt(0);
+    : m_reader(reader),
+      m_textFile(reader && typeid(*reader) == typeid(ZelTextFileReader)
+                     ? static_cast<ZelTextFileReader*>(reader)
+                     : nullptr),
+      m_delimiter(flags & kCommaIsDelimiter ? ',' : '\0') {
+    if (m_textFile) m_textFile->m_borrower = this;
+    takeOwnLine(0);
     m_okay = m_reader && m_reader->Init();
     if (m_okay) cutLookAhead();
 }
@@ -104,7 +113,7 @@ bool ZelTextParser::ExpectToken(const char* text) {
 bool ZelTextParser::SkipToken() { return cutLookAhead(); }
 
 bool ZelTextParser::SkipLine() {
-    m_rest = m_lineEnd;
+    moveRest(m_lineEnd);
     return cutLookAhead();
 }
 
@@ -124,7 +133,7 @@ bool ZelTextParser::MoveTo(std::int64_t offset, std::int64_t lineNumber) {
     m_lastLineNumber = m_lookAheadLineNumber = lineNumber;
     m_tokenOffset = offset;
     m_line.clear();
-    startAt(0);
+    takeOwnLine(0);
     m_okay = true;
     m_nextLineOffset = offset;
     return cutLookAhead();
@@ -143,43 +152,133 @@ std::int64_t ZelTextParser::spacesSize() const {
     return static_cast<std::int64_t>(m_earlierSpaces.size()) + (m_token - m_spaces);
 }
 
-// Everything from `position` of the line on is unconsumed; there is no look-ahead token.
-void ZelTextParser::startAt(std::size_t position) {
-    m_rest = m_token = m_spaces = m_line.data() + position;
-    m_lineEnd = m_line.end();
+// The line is `m_line`, unconsumed from `position` on.
+void ZelTextParser::takeOwnLine(std::size_t position) {
+    m_line.reserve(m_line.size() + kChunk);  // so that a chunk may reach behind the end
+    m_isBorrowed = false;
+    setLine(m_line.data() + position, m_line.end());
+}
+
+// Everything of the line is unconsumed; there is no look-ahead token.
+void ZelTextParser::setLine(const char* begin, const char* end) {
+    m_token = m_spaces = begin;
+    m_lineEnd = end;
+    m_hasLineFeedWithin = false;
+    moveRest(begin);
+}
+
+// Called before the reader's block changes: what is left of a line in it is copied.
+void ZelTextParser::keepLine() {
+    if (!m_isBorrowed) return;
+    const std::ptrdiff_t token = m_token - m_spaces;
+    const std::ptrdiff_t rest = m_rest - m_spaces;
+    m_line.assign(m_spaces, static_cast<std::size_t>(m_lineEnd - m_spaces));
+    takeOwnLine(0);
+    m_token += token;
+    moveRest(m_spaces + rest);
+}
+
+void ZelTextParser::moveRest(const char* rest) {
+    m_rest = m_chunkEnd = rest;
+    m_starts = 0;
+}
+
+// Finds the tokens of the bytes from the last chunk's end on. A word that the end of the chunk
+// would cut begins the next one instead, unless it fills the chunk.
+void ZelTextParser::openChunk() {
+    const __m128i* const bytes = reinterpret_cast<const __m128i*>(m_chunkEnd);
+    const __m128i low = _mm_loadu_si128(bytes);
+    const __m128i high = _mm_loadu_si128(bytes + 1);
+    const std::ptrdiff_t left = m_lineEnd - m_chunkEnd;
+    const std::uint32_t inLine = left >= kChunk ? ~0u : (1u << left) - 1;
+    const std::uint32_t spaces = bitsOf(isSpace(low), isSpace(high));
+    std::uint32_t words = bitsOf(isWord(low, m_delimiter), isWord(high, m_delimiter)) & inLine;
+    const std::uint32_t singles = ~(spaces | words) & inLine;
+    const std::uint32_t lineFeeds = bitsOf(isByte(low, '\n'), isByte(high, '\n')) & inLine;
+    if ((left > kChunk ? lineFeeds : lineFeeds & (inLine >> 1)) != 0) m_hasLineFeedWithin = true;
+
+    m_chunk = m_chunkEnd;
+    m_chunkEnd += std::min<std::ptrdiff_t>(left, kChunk);
+    const int cut = left > kChunk ? std::countl_one(words) : 0;
+    if (cut == kChunk) {
+        m_chunkEnd = endOfWord(m_chunkEnd);
+    } else if (cut > 0) {
+        m_chunkEnd -= cut;
+        words &= ~0u >> cut;
+    }
+    m_starts = singles | (words & ~(words << 1));
+    m_lasts = singles | (words & ~(words >> 1));
+}
+
+const char* ZelTextParser::endOfWord(const char* at) const {
+    for (; at != m_lineEnd; ++at) {
+        const __m128i byte = _mm_set1_epi8(*at);
+        if (_mm_movemask_epi8(isWord(byte, m_delimiter)) == 0) break;
+    }
+    return at;
+}
+
+// Moves on to the next token of the line; false when there is none.
+bool ZelTextParser::findToken() {
+    while (m_starts == 0) {
+        if (m_chunkEnd == m_lineEnd) return false;
+        openChunk();
+    }
+    const int last = std::countr_zero(m_lasts);
+    m_token = m_chunk + std::countr_zero(m_starts);
+    m_rest = last == kChunk - 1 ? m_chunkEnd : m_chunk + last + 1;
+    m_starts &= m_starts - 1;
+    m_lasts &= m_lasts - 1;
+    return true;
 }
 
 bool ZelTextParser::readLine() {
     if (!m_okay) return false;
     ++m_lookAheadLineNumber;
     m_currentLineOffset = m_nextLineOffset;
+    return m_textFile ? borrowLine() : copyLine();
+}
+
+// A line that lies whole in the reader's block is read where it is.
+bool ZelTextParser::borrowLine() {
+    const std::string_view line = m_textFile->lineInBlock();
+    if (line.empty()) return copyLine();
+    m_isBorrowed = true;
+    setLine(line.data(), line.data() + line.size());
+    countLine(line.size(), m_textFile->m_is2CharsForNewline);
+    return true;
+}
+
+bool ZelTextParser::copyLine() {
     m_okay = m_reader->GetLine(m_line);
     if (!m_okay) m_line.clear();
-    m_nextLineOffset = m_currentLineOffset + static_cast<std::int64_t>(m_line.size());
-    if (m_reader->Is2CharsForNewline()) ++m_nextLineOffset;
-    startAt(0);
+    takeOwnLine(0);
+    countLine(m_line.size(), m_reader->Is2CharsForNewline());
     return m_okay;
 }
 
+void ZelTextParser::countLine(std::size_t size, bool has2CharsForNewline) {
+    m_nextLineOffset = m_currentLineOffset + static_cast<std::int64_t>(size) + has2CharsForNewline;
+}
+
+std::int64_t ZelTextParser::readerOffset() const {
+    return m_textFile ? m_textFile->ZelFileReader::GetCurrentOffset()
+                      : m_reader->GetCurrentOffset();
+}
+
 bool ZelTextParser::cutLookAhead() {
-    m_earlierSpaces.clear();
+    if (!m_earlierSpaces.empty()) m_earlierSpaces.clear();
     m_spaceLineFeeds = 0;
-    m_spaces = m_token = m_rest;
     if (m_rest == m_lineEnd) readLine();
-    for (;;) {
-        for (; m_token != m_lineEnd && isOf(*m_token, kSpace); ++m_token) {
-            m_spaceLineFeeds += *m_token == '\n';
-        }
-        if (m_token != m_lineEnd) break;
-        m_earlierSpaces.append(m_spaces, static_cast<std::size_t>(m_token - m_spaces));
-        m_spaces = m_rest = m_token;
+    m_spaces = m_rest;
+    while (!findToken()) {
+        m_earlierSpaces.append(m_spaces, static_cast<std::size_t>(m_lineEnd - m_spaces));
+        m_spaceLineFeeds += std::count(m_spaces, m_lineEnd, '\n');
+        setLine(m_lineEnd, m_lineEnd);
         if (!readLine()) return false;
     }
-    if (!m_keepTokenOffset) m_nextTokenOffset = m_reader->GetCurrentOffset();
-    m_rest = m_token + 1;
-    if (isOf(*m_token, m_wordClasses)) {
-        while (m_rest != m_lineEnd && isOf(*m_rest, m_wordClasses)) ++m_rest;
-    }
+    if (m_hasLineFeedWithin) m_spaceLineFeeds += std::count(m_spaces, m_token, '\n');
+    if (!m_keepTokenOffset) m_nextTokenOffset = readerOffset();
     ++m_tokenCount;
     return true;
 }
@@ -194,16 +293,17 @@ bool ZelTextParser::readUntil(char stop, const char* escape, bool consumeStop, S
         if (found != m_lineEnd) break;
         if (!readLine()) return false;
     }
-    if (consumeStop) ++m_rest;
+    moveRest(consumeStop ? m_rest + 1 : m_rest);
     cutLookAhead();
     return true;
 }
 
 void ZelTextParser::putBackLookAhead() {
-    const auto spaces = static_cast<std::size_t>(m_spaces - m_line.data());
     m_spaceLineFeeds = 0;
-    if (m_earlierSpaces.empty()) return startAt(spaces);
+    if (m_earlierSpaces.empty()) return setLine(m_spaces, m_lineEnd);
+    keepLine();
+    const auto spaces = static_cast<std::size_t>(m_spaces - m_line.data());
     m_line.replace(0, spaces, m_earlierSpaces);
     m_earlierSpaces.clear();
-    startAt(0);
+    takeOwnLine(0);
 }

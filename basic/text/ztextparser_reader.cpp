@@ -13,8 +13,9 @@ namespace {
 constexpr std::int32_t kBlockSize = 8192;
 constexpr std::size_t kTooLong = 8192;  // bytes of a line without its end
 
-// The search for a line end looks at this many bytes at a time, and so past the block.
+// Searches look at several bytes at a time, and so past the block.
 constexpr std::ptrdiff_t kStep = sizeof(__m128i);
+constexpr std::size_t kReadable = 32;
 
 constexpr char kTooLongMessage[] =
     "INTERNAL ERROR!\nThe maximum line length has been exceeded. Max. 8192 characters are allowed "
@@ -40,7 +41,7 @@ ZelLineReader::~ZelLineReader() = default;
 ZelFileReader::ZelFileReader(const SV::String& fileName)
     : m_file(noInputFile()),
       m_fileName(fileName),
-      m_buffer(std::make_unique<char[]>(kBlockSize + kStep)),
+      m_buffer(std::make_unique<char[]>(kBlockSize + kReadable)),
       m_position(m_buffer.get()),
       m_end(m_buffer.get()) {}
 
@@ -107,18 +108,34 @@ bool ZelTextFileReader::Init() {
 }
 
 bool ZelTextFileReader::GetLine(SV::String& line) {
-    if (!isOpen() || m_lastCount == 0) return false;
-    char* const lineEnd = findLineEnd(m_position, m_end);
-    if (m_end - lineEnd < 2) return assembleLine(line);
-    m_is2CharsForNewline = lineEnd[0] == '\r' && lineEnd[1] == '\n';
-    *lineEnd = '\n';  // in our own block, which nobody reads again, so that one copy is enough
-    line.assign(m_position, static_cast<std::size_t>(lineEnd + 1 - m_position));
-    m_position = lineEnd + 1 + m_is2CharsForNewline;
+    const std::string_view whole = lineInBlock();
+    if (whole.empty()) return assembleLine(line);
+    line.assign(whole);
     return true;
+}
+
+bool ZelTextFileReader::_ImpRead() {
+    if (m_borrower) m_borrower->keepLine();
+    return ZelFileReader::_ImpRead();
+}
+
+// The next line when it lies whole in the block, with its line end and a byte behind that; valid
+// until `_ImpRead`. Else nothing is read and the result is empty.
+std::string_view ZelTextFileReader::lineInBlock() {
+    char* const begin = m_position;
+    char* const lineEnd = findLineEnd(begin, m_end);
+    if (m_end - lineEnd < 2 || !isOpen()) return {};
+    m_is2CharsForNewline = lineEnd[0] == '\r' && lineEnd[1] == '\n';
+    // In our own block, where nobody reads it again. Writing what is there already would make the
+    // processor wait when these bytes are read as part of a larger piece.
+    if (*lineEnd != '\n') *lineEnd = '\n';
+    m_position = lineEnd + 1 + m_is2CharsForNewline;
+    return {begin, static_cast<std::size_t>(lineEnd + 1 - begin)};
 }
 
 // The line that the end of the block cuts, its line end perhaps.
 [[gnu::noinline]] bool ZelTextFileReader::assembleLine(SV::String& line) {
+    if (!isOpen() || m_lastCount == 0) return false;
     char text[kTooLong];
     std::size_t size = 0;
     for (;;) {

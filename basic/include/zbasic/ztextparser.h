@@ -79,6 +79,8 @@ protected:
     bool m_is2CharsForNewline = true;
 };
 
+class ZelTextParser;
+
 // The lines of a text file. CR, LF and CR LF each end a line; LF CR ends two.
 //
 //     "a\r\nb"  gives  "a\n", "b\n"
@@ -97,9 +99,17 @@ public:
     // the line end that closes a file there is no further, empty line.
     bool GetLine(SV::String& line) override;
 
+protected:
+    bool _ImpRead() override;
+
 private:
+    friend class ZelTextParser;
+
+    std::string_view lineInBlock();
     bool assembleLine(SV::String& line);
     void skipLineEnd();
+
+    ZelTextParser* m_borrower = nullptr;  // reads lines where they lie in the block
 };
 
 // Cuts the lines of a reader into tokens, with one token of look-ahead.
@@ -195,15 +205,29 @@ public:
     bool IsOkay() const { return m_okay; }
 
 private:
+    friend class ZelTextFileReader;
+    static constexpr int kChunk = 32;  // bytes classified at a time
+
     std::string_view lookAhead() const;
     bool readLine();
+    bool borrowLine();
+    bool copyLine();
+    void countLine(std::size_t size, bool has2CharsForNewline);
+    std::int64_t readerOffset() const;
     bool cutLookAhead();
+    bool findToken();
+    void openChunk();
+    const char* endOfWord(const char* at) const;
+    void moveRest(const char* rest);
     bool readUntil(char stop, const char* escape, bool consumeStop, SV::String* out);
     void putBackLookAhead();
-    void startAt(std::size_t position);
+    void keepLine();
+    void takeOwnLine(std::size_t position);
+    void setLine(const char* begin, const char* end);
     std::int64_t spacesSize() const;
 
     std::unique_ptr<ZelLineReader> m_reader;
+    ZelTextFileReader* const m_textFile;  // the reader, when it is one and not derived from one
     std::int64_t m_lastLineNumber = 0;
     std::int64_t m_lookAheadLineNumber = 0;
     std::int64_t m_tokenOffset = -1;
@@ -222,7 +246,14 @@ private:
     const char* m_lineEnd;  // of `m_line`
     SV::String m_earlierSpaces;
     std::int64_t m_spaceLineFeeds = 0;  // in all of the white space
-    unsigned char m_wordClasses;
+    // The tokens of the line are looked for in chunks; one bit per byte of the chunk.
+    const char* m_chunk = nullptr;
+    const char* m_chunkEnd;            // where the next one begins
+    std::uint32_t m_starts = 0;        // first bytes of the tokens not yet cut
+    std::uint32_t m_lasts = 0;         // their last bytes
+    bool m_hasLineFeedWithin = false;  // other than the one that ends the line
+    char m_delimiter;                  // "," or a byte that belongs to no word anyway
+    bool m_isBorrowed = false;         // the line lies in the reader's block, not in `m_line`
     bool m_keepTokenOffset = false;
     bool m_okay = false;
 };
