@@ -171,10 +171,10 @@ bool ZelSGMLString::ReadSGMLMapping(std::istream& mapping, SV::String& entities)
 
 void ZelSGMLString::__createSub128Mapping() {
     for (int byte = 0; byte < 128; ++byte) g_aEntities[byte].clear();
-    g_aEntities['"'] = "&#34;";
-    g_aEntities['&'] = "&amp;";
-    g_aEntities['<'] = "&lt;";
-    g_aEntities['>'] = "&gt;";
+    g_aEntities[std::size_t{'"'}] = "&#34;";
+    g_aEntities[std::size_t{'&'}] = "&amp;";
+    g_aEntities[std::size_t{'<'}] = "&lt;";
+    g_aEntities[std::size_t{'>'}] = "&gt;";
 }
 
 // One piece a byte from the start offset on; bytes without a piece get none.

@@ -4,14 +4,13 @@
 
 #include <fstream>
 #include <iterator>
-
-#include <windows.h>
+#include <random>
 
 TempDir::TempDir() {
-    static int count = 0;
-    m_root =
-        std::filesystem::temp_directory_path() /
-        ("zbasic_test_" + std::to_string(::GetCurrentProcessId()) + "_" + std::to_string(++count));
+    // Test programs run side by side: a number of the process would not do everywhere.
+    std::random_device random;
+    m_root = std::filesystem::temp_directory_path() /
+             ("zbasic_test_" + std::to_string(random()) + "_" + std::to_string(random()));
     std::filesystem::create_directories(m_root);
 }
 
