@@ -24,7 +24,8 @@ String convert(const String& text, UINT from, UINT to) {
     std::wstring wide(text.size(), L'\0');  // never more units than bytes
     const int wideSize = ::MultiByteToWideChar(from, 0, text.data(), size, wide.data(), size);
     // Without best fit: a character that is not there must not come out as another one.
-    const DWORD flags = to == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
+    const bool isUtf8 = to == CP_UTF8 || ::GetACP() == CP_UTF8;  // which takes no such flag
+    const DWORD flags = isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS;
     const int outSize =
         ::WideCharToMultiByte(to, flags, wide.data(), wideSize, nullptr, 0, nullptr, nullptr);
     std::string out(static_cast<std::size_t>(outSize), '\0');

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
-#include <new>
+#include <exception>
 #include <utility>
 
 #include "sv/application.h"
@@ -101,8 +101,8 @@ Image::Image(Size size) {
     try {
         m_pixels.resize(pixelCount(size));
         m_size = size;
-    } catch (const std::bad_alloc&) {
-        m_size = {};  // documented: empty
+    } catch (const std::exception&) {
+        m_size = {};  // too large for memory, or for any: documented as empty
     }
 }
 

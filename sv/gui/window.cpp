@@ -81,24 +81,24 @@ void raiseSystemObjectFailed() {
     }
 }
 
-bool tellApplication(UINT message) {
+void tellApplication(UINT message) {
     Application* const application = GetpApp();
-    if (!application) return false;
+    if (!application) return;
     switch (message) {
         case WM_DISPLAYCHANGE:
             application->SysChange(SysChangeType::kDisplay);
-            return true;
+            break;
         case WM_SYSCOLORCHANGE:
             application->SysChange(SysChangeType::kColors);
-            return true;
+            break;
         case WM_SETTINGCHANGE:
             application->SysChange(SysChangeType::kSettings);
-            return true;
+            break;
         case WM_THEMECHANGED:
             application->SysChange(SysChangeType::kVisualStyle);
-            return true;
+            break;
         default:
-            return false;
+            break;
     }
 }
 
@@ -210,9 +210,10 @@ std::intptr_t Window::handle(unsigned message, std::uintptr_t wParam, std::intpt
             Resized({LOWORD(lParam), HIWORD(lParam)});
             break;
         case WM_COMMAND:
-            if (HIWORD(wParam) == kNoteOfMenu) Command(LOWORD(wParam));
+            if (HIWORD(wParam) == kNoteOfMenu && LOWORD(wParam) < kFirstChildId) {
+                Command(LOWORD(wParam));
+            }
             break;
-            return 0;
         case WM_SETCURSOR:
             if (GetpApp() && GetpApp()->IsWait()) {
                 ::SetCursor(::LoadCursor(nullptr, IDC_WAIT));

@@ -1,5 +1,6 @@
 #include "sv/international.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string>
 
@@ -15,9 +16,33 @@ String localeText(LCTYPE item) {
     return String(text);
 }
 
-String dateBy(const String& picture, const Date& date) {
+// The picture with each year in it replaced by `digits`, as the literal text that it then is.
+String withLiteralYear(const String& picture, const String& digits) {
+    const String lastTwo = digits.size() > 2 ? digits.substr(digits.size() - 2) : digits;
+    String result;
+    for (std::size_t pos = 0; pos < picture.size();) {
+        std::size_t end = pos + 1;
+        while (picture[pos] == 'y' && picture[end] == 'y') ++end;
+        if (picture[pos] != 'y') {
+            result += picture[pos];
+        } else {
+            result += "'" + (end - pos > 2 ? digits : lastTwo) + "'";
+        }
+        pos = end;
+    }
+    return result;
+}
+
+String dateBy(String picture, const Date& date) {
+    // The system's calendar begins in 1601; it repeats every 400 years.
+    constexpr int kFirstYear = 1601;
+    int year = date.GetYear();
+    if (year < kFirstYear) {
+        picture = withLiteralYear(picture, String(std::to_string(year)));
+        while (year < kFirstYear) year += 400;
+    }
     SYSTEMTIME day = {};
-    day.wYear = static_cast<WORD>(date.GetYear());
+    day.wYear = static_cast<WORD>(year);
     day.wMonth = static_cast<WORD>(date.GetMonth());
     day.wDay = static_cast<WORD>(date.GetDay());
     char text[256] = "";
@@ -47,14 +72,24 @@ public:
         std::size_t pos = 0;
         while (pos < picture.size()) {
             std::size_t end = pos + 1;
-            while (end < picture.size() && picture[end] == picture[pos]) ++end;
-            writeRun(picture[pos], end - pos);
+            if (picture[pos] == '\'') {
+                end = addLiteral(picture, end);
+            } else {
+                while (end < picture.size() && picture[end] == picture[pos]) ++end;
+                writeRun(picture[pos], end - pos);
+            }
             pos = end;
         }
         return m_text + m_separator;
     }
 
 private:
+    // What stands between quotation marks is written as it is; returns the place behind it.
+    std::size_t addLiteral(const String& picture, std::size_t start) {
+        const std::size_t end = std::min(picture.find('\'', start), picture.size());
+        m_separator += end == start ? String("'") : picture.substr(start, end - start);
+        return std::min(end + 1, picture.size());
+    }
     void writeRun(char c, std::size_t count) {
         const std::size_t width = count > 1 ? 2 : 1;
         switch (c) {
@@ -67,9 +102,7 @@ private:
             case 's':
                 return writeSeconds(width);
             case 't':
-                return writeMarker();
-            case '\'':
-                return;
+                return writeMarker(count);
             default:
                 m_separator.append(count, c);
         }
@@ -86,9 +119,10 @@ private:
         m_text += m_decimal;
         appendNumber(m_text, m_time.Get100Sec(), 2);
     }
-    void writeMarker() {
+    void writeMarker(std::size_t count) {
         flushSeparator();
-        m_text += localeText(m_time.GetHour() % 24 < 12 ? LOCALE_S1159 : LOCALE_S2359);
+        const String marker = localeText(m_time.GetHour() % 24 < 12 ? LOCALE_S1159 : LOCALE_S2359);
+        m_text += count > 1 ? marker : marker.substr(0, 1);
     }
     void flushSeparator() {
         m_text += m_separator;

@@ -66,9 +66,10 @@ bool ResMgr::FindString(std::uint32_t number, String& text) const {
     const int length =
         ::LoadStringW(static_cast<HMODULE>(m_module), number, reinterpret_cast<wchar_t*>(&wide), 0);
     if (length <= 0) return false;
-    std::string narrow(static_cast<std::size_t>(2 * length), '\0');
-    const int size =
-        ::WideCharToMultiByte(CP_ACP, 0, wide, length, narrow.data(), 2 * length, nullptr, nullptr);
+    constexpr int kMostBytes = 3;  // that a UTF-16 unit takes in any code page, UTF-8 included
+    std::string narrow(static_cast<std::size_t>(kMostBytes * length), '\0');
+    const int size = ::WideCharToMultiByte(CP_ACP, 0, wide, length, narrow.data(),
+                                           kMostBytes * length, nullptr, nullptr);
     text.assign(narrow.data(), static_cast<std::size_t>(size));
     return true;
 }

@@ -41,6 +41,7 @@ TEST(SvTime, FieldsAreThoseOfTheMagnitude) {
     EXPECT_EQ(negative.Get100Sec(), 25);
     EXPECT_LT(negative, Time(0, 0));
     EXPECT_EQ(Time(25, 0).GetHour(), 25);
+    EXPECT_EQ(Time(100'000, 0, 59).GetSec(), 59);
     Time changed = negative;
     changed.ChangeMin(0);
     EXPECT_EQ(changed, Time(0, 0) - Time(1, 0, 5, 25));
@@ -57,4 +58,7 @@ TEST(SvInternational, WritesDatesAndTimesAsTheUserLocaleDoes) {
     EXPECT_NE(settings.GetLongDate(Date(7, 3, 2024)).find("2024"), SV::String::npos);
     EXPECT_EQ(twoDigits.GetLongDate(Date(7, 3, 2024)).find("2024"), SV::String::npos);
     EXPECT_EQ(settings.GetDate(Date(31, 2, 2024)), "");
+    // Before the calendar of the system begins.
+    EXPECT_EQ(settings.GetDate(Date(7, 3, 1500)), "3/7/1500");
+    EXPECT_EQ(settings.GetLongDate(Date(15, 10, 1582)), "Friday, October 15, 1582");
 }

@@ -11,5 +11,5 @@ public:
     virtual ~ZelObject();
 
     // For callers' consistency checks; here there is nothing to check.
-    virtual void check() const;
+    void check() const;
 };

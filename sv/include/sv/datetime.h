@@ -38,31 +38,34 @@ class SV_API Time {
 public:
     Time();  // now, by the local clock
     constexpr Time(int hours, int minutes, int seconds = 0, int hundredths = 0)
-        : m_hundredths(((hours * 60 + minutes) * 60 + seconds) * 100 + hundredths) {}
+        : Time(((std::int64_t{hours} * 60 + minutes) * 60 + seconds) * 100 + hundredths) {}
 
-    constexpr int GetHour() const { return magnitude() / 360000; }
-    constexpr int GetMin() const { return magnitude() / 6000 % 60; }
-    constexpr int GetSec() const { return magnitude() / 100 % 60; }
-    constexpr int Get100Sec() const { return magnitude() % 100; }
+    constexpr int GetHour() const { return static_cast<int>(magnitude() / 360000); }
+    constexpr int GetMin() const { return static_cast<int>(magnitude() / 6000 % 60); }
+    constexpr int GetSec() const { return static_cast<int>(magnitude() / 100 % 60); }
+    constexpr int Get100Sec() const { return static_cast<int>(magnitude() % 100); }
     void ChangeHour(int hours) { change(hours, GetMin(), GetSec(), Get100Sec()); }
     void ChangeMin(int minutes) { change(GetHour(), minutes, GetSec(), Get100Sec()); }
     void ChangeSec(int seconds) { change(GetHour(), GetMin(), seconds, Get100Sec()); }
     void Change100Sec(int hundredths) { change(GetHour(), GetMin(), GetSec(), hundredths); }
 
     friend constexpr Time operator-(const Time& a, const Time& b) {
-        return Time(0, 0, 0, a.m_hundredths - b.m_hundredths);
+        return Time(a.m_hundredths - b.m_hundredths);
     }
     friend constexpr auto operator<=>(const Time&, const Time&) = default;
 
 private:
-    constexpr int magnitude() const { return m_hundredths < 0 ? -m_hundredths : m_hundredths; }
+    explicit constexpr Time(std::int64_t hundredths) : m_hundredths(hundredths) {}
+    constexpr std::int64_t magnitude() const {
+        return m_hundredths < 0 ? -m_hundredths : m_hundredths;
+    }
     void change(int hours, int minutes, int seconds, int hundredths) {
         const bool isNegative = m_hundredths < 0;
         *this = Time(hours, minutes, seconds, hundredths);
         if (isNegative) m_hundredths = -m_hundredths;
     }
 
-    std::int32_t m_hundredths;
+    std::int64_t m_hundredths;
 };
 
 }  // namespace SV

@@ -39,9 +39,9 @@ protected:
     // Called for the window's messages, on the main thread.
     virtual void Paint(HDC__* device);
     virtual void Resized(Size clientSize);
-    virtual void Command(int id);   // of a menu or a control
-    virtual bool QueryClose();      // may it close? Here: yes
-    virtual void Closed();          // the system window is gone
+    virtual void Command(int id);  // of a menu or a control
+    virtual bool QueryClose();     // may it close? Here: yes
+    virtual void Closed();         // the system window is gone
 
     // Makes the system window; raises `Application::Exception(512, …)` on failure.
     void create(const char* className, const String& text, unsigned long style, HWND parent);
