@@ -172,6 +172,7 @@ FileScan Scanner::run() {
     } else if (m_offset == 0) {
         fail("the file is empty");
     }
+    m_scan.size = m_offset;
     if (m_validator.isInCharacter()) m_scan.encoding = Encoding::codePage1252;
     if (m_scan.encoding == Encoding::codePage1252) m_scan.hasByteOrderMark = false;
     return m_scan;

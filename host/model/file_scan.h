@@ -22,6 +22,7 @@ struct FileProblem {
 struct FileScan {
     Encoding encoding = Encoding::utf8;  // code page 1252 when the bytes cannot be UTF-8
     bool hasByteOrderMark = false;       // the three bytes of the UTF-8 one
+    std::int64_t size = 0;               // in bytes, as far as it was read
     std::optional<FileProblem> problem;  // unreadable, empty, not a text, too long a line
 };
 

@@ -19,7 +19,8 @@ constexpr std::int64_t kProgressBytes = std::int64_t{1} << 20;
 constexpr std::uint32_t kProgressEntries = 4096;  // how often to look whether so much was read
 constexpr std::size_t kMostEntries = std::numeric_limits<std::uint32_t>::max();
 constexpr std::size_t kLongestText = std::numeric_limits<std::uint32_t>::max();
-constexpr std::size_t kShownBytes = 40;  // of a token in a message
+constexpr std::int64_t kBytesPerAttribute = 27;  // about, in large files: saves copying them
+constexpr std::size_t kShownBytes = 40;          // of a token in a message
 
 bool isKeyStart(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 
@@ -319,6 +320,7 @@ GmlResult readGml(const std::string& fileName, Graph& graph, const Progress& pro
         return {GmlResult::Status::failed, scan.problem->line, scan.problem->message};
     }
     try {
+        graph.attributes.reserve(static_cast<std::size_t>(scan.size / kBytesPerAttribute));
         GmlLexer lexer(fileName, scan);
         return GmlReader(lexer, graph, progress).run();
     } catch (const std::bad_alloc&) {

@@ -92,6 +92,7 @@ using AttributeSpan = std::span<const Attribute>;
 // Attributes in the order of the file, what lies in a list directly behind the list.
 class AttributeSequence {
 public:
+    void reserve(std::size_t attributes) { m_attributes.reserve(attributes); }
     void addInteger(KeyId key, std::int64_t value);
     void addReal(KeyId key, std::string_view spelling);  // kept as it is spelled
     void addText(KeyId key, std::string_view utf8);
