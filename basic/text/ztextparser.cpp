@@ -26,8 +26,22 @@ __m128i isWord(__m128i bytes, char delimiter) {
     return _mm_andnot_si128(isByte(bytes, delimiter), all);
 }
 
-std::uint32_t bitsOf(__m128i low, __m128i high) {
-    return static_cast<std::uint32_t>(_mm_movemask_epi8(low) | _mm_movemask_epi8(high) << 16);
+struct ClassBits {
+    std::uint64_t spaces = 0;
+    std::uint64_t words = 0;
+};
+
+// One bit for each of the 64 bytes from `at` on.
+ClassBits classify(const char* at, char delimiter) {
+    ClassBits bits;
+    for (int place = 0; place < 64; place += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + place));
+        const auto spaces = static_cast<unsigned>(_mm_movemask_epi8(isSpace(bytes)));
+        const auto words = static_cast<unsigned>(_mm_movemask_epi8(isWord(bytes, delimiter)));
+        bits.spaces |= std::uint64_t{spaces} << place;
+        bits.words |= std::uint64_t{words} << place;
+    }
+    return bits;
 }
 
 std::string_view viewOf(const char* text) { return text ? text : std::string_view(); }
@@ -156,19 +170,21 @@ std::int64_t ZelTextParser::spacesSize() const {
 void ZelTextParser::takeOwnLine(std::size_t position) {
     m_line.reserve(m_line.size() + kChunk);  // so that a chunk may reach behind the end
     m_isBorrowed = false;
+    m_classified = nullptr;
     setLine(m_line.data() + position, m_line.end());
+    m_endsInOnlyLineFeed = false;
 }
 
 // Everything of the line is unconsumed; there is no look-ahead token.
 void ZelTextParser::setLine(const char* begin, const char* end) {
     m_token = m_spaces = begin;
     m_lineEnd = end;
-    m_hasLineFeedWithin = false;
     moveRest(begin);
 }
 
 // Called before the reader's block changes: what is left of a line in it is copied.
 void ZelTextParser::keepLine() {
+    m_classified = nullptr;
     if (!m_isBorrowed) return;
     const std::ptrdiff_t token = m_token - m_spaces;
     const std::ptrdiff_t rest = m_rest - m_spaces;
@@ -186,25 +202,31 @@ void ZelTextParser::moveRest(const char* rest) {
 // Finds the tokens of the bytes from the last chunk's end on. A word that the end of the chunk
 // would cut begins the next one instead, unless it fills the chunk.
 void ZelTextParser::openChunk() {
-    const __m128i* const bytes = reinterpret_cast<const __m128i*>(m_chunkEnd);
-    const __m128i low = _mm_loadu_si128(bytes);
-    const __m128i high = _mm_loadu_si128(bytes + 1);
-    const std::ptrdiff_t left = m_lineEnd - m_chunkEnd;
-    const std::uint32_t inLine = left >= kChunk ? ~0u : (1u << left) - 1;
-    const std::uint32_t spaces = bitsOf(isSpace(low), isSpace(high));
-    std::uint32_t words = bitsOf(isWord(low, m_delimiter), isWord(high, m_delimiter)) & inLine;
-    const std::uint32_t singles = ~(spaces | words) & inLine;
-    const std::uint32_t lineFeeds = bitsOf(isByte(low, '\n'), isByte(high, '\n')) & inLine;
-    if ((left > kChunk ? lineFeeds : lineFeeds & (inLine >> 1)) != 0) m_hasLineFeedWithin = true;
+    const char* const begin = m_chunkEnd;
+    const std::ptrdiff_t left = m_lineEnd - begin;
+    // Short lines: several of them are classified at once.
+    const bool isKnown =
+        m_classified && begin >= m_classified && m_lineEnd <= m_classified + kChunk;
+    if (!isKnown) {
+        m_classified = begin;
+        const ClassBits bits = classify(begin, m_delimiter);
+        m_spaceBits = bits.spaces;
+        m_wordBits = bits.words;
+    }
+    const auto place = static_cast<int>(begin - m_classified);
+    const std::uint64_t inLine =
+        left >= kChunk ? ~std::uint64_t{0} : (std::uint64_t{1} << left) - 1;
+    std::uint64_t words = (m_wordBits >> place) & inLine;
+    const std::uint64_t singles = ~(m_spaceBits >> place) & inLine & ~words;
 
-    m_chunk = m_chunkEnd;
-    m_chunkEnd += std::min<std::ptrdiff_t>(left, kChunk);
+    m_chunk = begin;
+    m_chunkEnd = begin + std::min<std::ptrdiff_t>(left, kChunk);
     const int cut = left > kChunk ? std::countl_one(words) : 0;
     if (cut == kChunk) {
         m_chunkEnd = endOfWord(m_chunkEnd);
     } else if (cut > 0) {
         m_chunkEnd -= cut;
-        words &= ~0u >> cut;
+        words &= ~std::uint64_t{0} >> cut;
     }
     m_starts = singles | (words & ~(words << 1));
     m_lasts = singles | (words & ~(words >> 1));
@@ -232,24 +254,21 @@ bool ZelTextParser::findToken() {
     return true;
 }
 
-bool ZelTextParser::readLine() {
-    if (!m_okay) return false;
-    ++m_lookAheadLineNumber;
-    m_currentLineOffset = m_nextLineOffset;
-    return m_textFile ? borrowLine() : copyLine();
-}
+bool ZelTextParser::readLine() { return borrowLine() || copyLine(); }
 
 // A line that lies whole in the reader's block is read where it is.
 bool ZelTextParser::borrowLine() {
+    if (!m_textFile || !m_okay) return false;
     const std::string_view line = m_textFile->lineInBlock();
-    if (line.empty()) return copyLine();
-    m_isBorrowed = true;
+    if (line.empty()) return false;
     setLine(line.data(), line.data() + line.size());
+    m_isBorrowed = m_endsInOnlyLineFeed = true;
     countLine(line.size(), m_textFile->m_is2CharsForNewline);
     return true;
 }
 
 bool ZelTextParser::copyLine() {
+    if (!m_okay) return false;
     m_okay = m_reader->GetLine(m_line);
     if (!m_okay) m_line.clear();
     takeOwnLine(0);
@@ -258,12 +277,14 @@ bool ZelTextParser::copyLine() {
 }
 
 void ZelTextParser::countLine(std::size_t size, bool has2CharsForNewline) {
-    m_nextLineOffset = m_currentLineOffset + static_cast<std::int64_t>(size) + has2CharsForNewline;
+    ++m_lookAheadLineNumber;
+    m_currentLineOffset = m_nextLineOffset;
+    m_nextLineOffset += static_cast<std::int64_t>(size) + has2CharsForNewline;
 }
 
 std::int64_t ZelTextParser::readerOffset() const {
-    return m_textFile ? m_textFile->ZelFileReader::GetCurrentOffset()
-                      : m_reader->GetCurrentOffset();
+    if (!m_textFile) return m_reader->GetCurrentOffset();
+    return m_textFile->GetAbsoluteBufferOffset() + m_textFile->GetInBufferOffset();
 }
 
 bool ZelTextParser::cutLookAhead() {
@@ -272,15 +293,28 @@ bool ZelTextParser::cutLookAhead() {
     if (m_rest == m_lineEnd) readLine();
     m_spaces = m_rest;
     while (!findToken()) {
-        m_earlierSpaces.append(m_spaces, static_cast<std::size_t>(m_lineEnd - m_spaces));
-        m_spaceLineFeeds += std::count(m_spaces, m_lineEnd, '\n');
-        setLine(m_lineEnd, m_lineEnd);
-        if (!readLine()) return false;
+        if (!goOnInNextLine()) return false;
     }
-    if (m_hasLineFeedWithin) m_spaceLineFeeds += std::count(m_spaces, m_token, '\n');
+    if (!m_endsInOnlyLineFeed) m_spaceLineFeeds += std::count(m_spaces, m_token, '\n');
     if (!m_keepTokenOffset) m_nextTokenOffset = readerOffset();
     ++m_tokenCount;
     return true;
+}
+
+// The line holds nothing but white space any more, which goes on in the next one.
+bool ZelTextParser::goOnInNextLine() {
+    const char* const spaces = m_spaces;
+    const char* const end = m_lineEnd;
+    m_spaceLineFeeds += m_endsInOnlyLineFeed ? 1 : std::count(spaces, end, '\n');
+    const bool isBorrowed = borrowLine();
+    if (isBorrowed && m_spaces == end) {  // side by side in the block
+        m_spaces = spaces;
+        return true;
+    }
+    m_earlierSpaces.append(spaces, static_cast<std::size_t>(end - spaces));
+    if (isBorrowed) return true;
+    setLine(m_lineEnd, m_lineEnd);
+    return copyLine();
 }
 
 // The unconsumed text up to `stop`, which every further line is searched for from its first byte.
@@ -299,6 +333,7 @@ bool ZelTextParser::readUntil(char stop, const char* escape, bool consumeStop, S
 }
 
 void ZelTextParser::putBackLookAhead() {
+    if (m_spaceLineFeeds != 0) m_endsInOnlyLineFeed = false;
     m_spaceLineFeeds = 0;
     if (m_earlierSpaces.empty()) return setLine(m_spaces, m_lineEnd);
     keepLine();

@@ -1,10 +1,10 @@
 // The readers: blocks of a file, and lines from blocks.
 
-#include <emmintrin.h>
-
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
+#include "text/bytescan.h"
 #include "text/inputfile.h"
 #include "zbasic/ztextparser.h"
 
@@ -13,23 +13,24 @@ namespace {
 constexpr std::int32_t kBlockSize = 8192;
 constexpr std::size_t kTooLong = 8192;  // bytes of a line without its end
 
-// Searches look at several bytes at a time, and so past the block.
-constexpr std::ptrdiff_t kStep = sizeof(__m128i);
-constexpr std::size_t kReadable = 32;
+constexpr std::ptrdiff_t kStep = 32;      // bytes that a search looks at together
+constexpr std::ptrdiff_t kReadable = 64;  // behind the block, for searches here and in the parser
 
 constexpr char kTooLongMessage[] =
     "INTERNAL ERROR!\nThe maximum line length has been exceeded. Max. 8192 characters are allowed "
     "per line! Aborting program.\n";
 
-// The first CR or LF, else `end`. At least `kStep` bytes behind `end` must be readable.
+unsigned lineEndBits(const char* at) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    const __m128i hits = _mm_or_si128(isByte(bytes, '\r'), isByte(bytes, '\n'));
+    return static_cast<unsigned>(_mm_movemask_epi8(hits));
+}
+
+// The first CR or LF, else `end`. `kStep` bytes behind `end` must be readable.
 char* findLineEnd(char* begin, char* end) {
-    const __m128i cr = _mm_set1_epi8('\r');
-    const __m128i lf = _mm_set1_epi8('\n');
     for (char* at = begin; at < end; at += kStep) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-        const __m128i hits = _mm_or_si128(_mm_cmpeq_epi8(bytes, cr), _mm_cmpeq_epi8(bytes, lf));
-        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(hits));
-        if (mask) return std::min(at + std::countr_zero(mask), end);
+        const std::uint32_t hits = lineEndBits(at) | lineEndBits(at + kStep / 2) << 16;
+        if (hits) return std::min(at + std::countr_zero(hits), end);
     }
     return end;
 }

@@ -206,7 +206,7 @@ public:
 
 private:
     friend class ZelTextFileReader;
-    static constexpr int kChunk = 32;  // bytes classified at a time
+    static constexpr int kChunk = 64;  // bytes classified at a time
 
     std::string_view lookAhead() const;
     bool readLine();
@@ -215,6 +215,7 @@ private:
     void countLine(std::size_t size, bool has2CharsForNewline);
     std::int64_t readerOffset() const;
     bool cutLookAhead();
+    bool goOnInNextLine();
     bool findToken();
     void openChunk();
     const char* endOfWord(const char* at) const;
@@ -246,14 +247,18 @@ private:
     const char* m_lineEnd;  // of `m_line`
     SV::String m_earlierSpaces;
     std::int64_t m_spaceLineFeeds = 0;  // in all of the white space
-    // The tokens of the line are looked for in chunks; one bit per byte of the chunk.
+    // What the 64 bytes from `m_classified` on are, one bit each; null: not known.
+    const char* m_classified = nullptr;
+    std::uint64_t m_spaceBits = 0;
+    std::uint64_t m_wordBits = 0;
+    // The tokens of the line are looked for in chunks of as many bytes.
     const char* m_chunk = nullptr;
-    const char* m_chunkEnd;            // where the next one begins
-    std::uint32_t m_starts = 0;        // first bytes of the tokens not yet cut
-    std::uint32_t m_lasts = 0;         // their last bytes
-    bool m_hasLineFeedWithin = false;  // other than the one that ends the line
-    char m_delimiter;                  // "," or a byte that belongs to no word anyway
-    bool m_isBorrowed = false;         // the line lies in the reader's block, not in `m_line`
+    const char* m_chunkEnd;      // where the next one begins
+    std::uint64_t m_starts = 0;  // first bytes of the tokens not yet cut
+    std::uint64_t m_lasts = 0;   // their last bytes
+    bool m_endsInOnlyLineFeed = false;
+    char m_delimiter;           // "," or a byte that belongs to no word anyway
+    bool m_isBorrowed = false;  // the line lies in the reader's block, not in `m_line`
     bool m_keepTokenOffset = false;
     bool m_okay = false;
 };
