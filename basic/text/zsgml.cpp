@@ -98,10 +98,11 @@ std::ostream& operator<<(std::ostream& stream, const ZelSGMLString& text) {
         return stream << ZelSGMLString::XMLStr(text.m_text, true);
     }
     bool converted = false;
-    const char* const out = ZelSGMLString::GetpSGMLStringExt(text.m_text, converted);
+    std::size_t size = 0;
+    const char* const out = ZelSGMLString::convertedText(text.m_text, converted, size);
     if (!out) return stream;
     const std::unique_ptr<const char[]> owned(converted ? out : nullptr);
-    return stream << std::string_view(out, ZelSGMLString::GetSGMLStringLen(text.m_text));
+    return stream << std::string_view(out, size);
 }
 
 std::size_t ZelSGMLString::GetSGMLStringLen(const SV::String& text) {
@@ -117,7 +118,13 @@ char* ZelSGMLString::GetpSGMLString(const SV::String& text) {
 }
 
 const char* ZelSGMLString::GetpSGMLStringExt(const SV::String& text, bool& converted) {
-    const std::size_t size = __getConvertedLen(text, converted);
+    std::size_t size = 0;
+    return convertedText(text, converted, size);
+}
+
+const char* ZelSGMLString::convertedText(const SV::String& text, bool& converted,
+                                         std::size_t& size) {
+    size = __getConvertedLen(text, converted);
     if (size == 0) return nullptr;
     if (!converted) return text.c_str();
     char* const buffer = new char[size + 1];

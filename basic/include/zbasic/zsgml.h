@@ -79,6 +79,8 @@ private:
     // The same when `converted`, else the text's own buffer; null when nothing is left.
     static const char* GetpSGMLStringExt(const SV::String& text, bool& converted);
 
+    static const char* convertedText(const SV::String& text, bool& converted, std::size_t& size);
+
     static bool __initCharMap(std::istream* mapping);
     static bool ReadSGMLMapping(std::istream& mapping, SV::String& entities);
     static void __createSub128Mapping();
