@@ -30,7 +30,9 @@ void useConsoleOfParent() {
 
 int main(int argc, char** argv) {
     if (!hasOption(argc, argv, "console")) useConsoleOfParent();
-    zelhost::HostApplication application(!hasOption(argc, argv, "no_gui"));
+    // Without windows there is nobody to answer boxes either.
+    const bool withUser = !hasOption(argc, argv, "no_gui") && !hasOption(argc, argv, "no_windows");
+    zelhost::HostApplication application(withUser);
     application.Run(argc, argv);
     return 0;
 }
