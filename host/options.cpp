@@ -69,6 +69,11 @@ bool isOfLibrary(std::string_view option) {
            std::ranges::find(kLibraryFlags, option) != std::end(kLibraryFlags);
 }
 
+std::string utf8Of(const std::string& text) {
+    const SV::String utf8 = SV::ConvertStringToUTF8String(SV::String(text));
+    return {utf8.begin(), utf8.end()};
+}
+
 }  // namespace
 
 std::optional<Options> readOptions(std::string& problem) {
@@ -86,7 +91,7 @@ std::optional<Options> readOptions(std::string& problem) {
         if (option.starts_with(kOutput)) {
             directory = option.substr(kOutput.size());
         } else if (option.starts_with(kMatch)) {
-            options.match = option.substr(kMatch.size());
+            options.match = utf8Of(option.substr(kMatch.size()));
         } else if (!isOfLibrary(option)) {
             problem = "unknown option " + argument;
             return std::nullopt;

@@ -11,7 +11,7 @@ namespace zelhost {
 struct Options {
     std::vector<std::string> models;   // as given
     std::string outputDirectory;       // absolute, without a separator at its end
-    std::optional<std::string> match;  // keep only nodes with this caption
+    std::optional<std::string> match;  // keep only nodes with this caption, in UTF-8
 };
 
 // From the library's command line. Nothing when it is wrong: an unknown option is named in
