@@ -34,6 +34,7 @@ std::string absolutePath(const std::string& path) {
         full.resize(length);
         length = ::GetFullPathNameA(path.c_str(), length, full.data(), nullptr);
     }
+    if (length == 0) return path;  // too long, say: whoever uses it will be told
     full.resize(length);
     constexpr std::size_t kRootLength = 3;  // "C:\"
     while (full.size() > kRootLength && isSeparator(full.back())) full.pop_back();
