@@ -114,17 +114,15 @@ int HostApplication::runApplication() {
     if (m_frame) m_frame->Show();
     int status = kDone;
     for (const std::string& path : m_options.models) {
-        if (process(path) != kDone) status = kSomeFailed;
+        if (isClosed() || process(path) != kDone) status = kSomeFailed;
     }
     m_isAppInitialized = true;
     PlainEvent(ZelEvent_AppInitialized).trigger();
     PlainEvent(ZelEvent_AfterAppInitialized).trigger();
     Zel_Trace("zelhost: %d of %d models are open", static_cast<int>(m_names.size()),
               static_cast<int>(m_options.models.size()));
-    if (m_frame && m_frame->GetHandle()) {
-        showProblems();
-        Execute();
-    }
+    if (!isClosed()) showProblems();
+    if (m_frame && !isClosed()) Execute();
     m_frame.reset();
     return status;
 }
@@ -150,6 +148,7 @@ std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
         return readGml(path, model->graph, std::ref(progress));
     }();
     Wait(false);
+    if (result.status == GmlResult::Status::cancelled) return nullptr;
     if (result.status != GmlResult::Status::done) {
         report(result.text(path));
         return nullptr;
@@ -161,7 +160,7 @@ std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
     model->name = freeName(path);
     ModelEvent(ZelEvent_OpenModel, SV::String(model->name), model->graph).trigger();
     Zel_Trace("zelhost: %s is open", path.c_str());
-    if (m_frame && m_frame->GetHandle()) m_frame->show(model);
+    if (m_frame && !isClosed()) m_frame->show(model);
     return model;
 }
 
@@ -195,6 +194,8 @@ std::string HostApplication::freeName(const std::string& path) {
     for (int number = 2; isTaken(name); ++number) name = base + "_" + std::to_string(number);
     return name;
 }
+
+bool HostApplication::isClosed() const { return m_frame && !m_frame->GetHandle(); }
 
 bool HostApplication::getMDIClientImage(SV::Image& image, int& mode) {
     image = backgroundTile();

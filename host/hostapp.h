@@ -28,7 +28,8 @@ public:
     std::shared_ptr<const Model> open(const std::string& path);
     // Writes the model's files; false when some could not be written.
     bool save(const Model& model);
-    // Shows the user in one box what went wrong since the last call.
+    // Shows the user in one box what went wrong since the last call; where boxes are suppressed
+    // it goes to their log.
     void showProblems();
     const std::string& outputDirectory() const { return m_options.outputDirectory; }
 
@@ -37,6 +38,7 @@ private:
 
     int refuse(const std::string& problem);
     void report(const std::string& problem);
+    bool isClosed() const;  // by the user, maybe in the middle of the work
     std::string freeName(const std::string& path);
     int process(const std::string& path);
     void announcePhase(const char* text);
