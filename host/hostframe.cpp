@@ -26,6 +26,17 @@ void showBox(Text title, const SV::String& text) {
                        MB_OK | MB_ICONINFORMATION);
 }
 
+// Loaded when it is needed: the common dialogs bring half of the system with them.
+bool askForFile(OPENFILENAMEA& question) {
+    const HMODULE dialogs = ::LoadLibraryExA("comdlg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    if (!dialogs) return false;
+    void* const address = reinterpret_cast<void*>(::GetProcAddress(dialogs, "GetOpenFileNameA"));
+    const auto ask = reinterpret_cast<decltype(&::GetOpenFileNameA)>(address);
+    const bool isChosen = ask && ask(&question);
+    ::FreeLibrary(dialogs);
+    return isChosen;
+}
+
 SV::String filled(const SV::String& text, const std::string& value) {
     SV::String result(text);
     const std::size_t place = result.find("%s");
@@ -127,7 +138,7 @@ void HostFrame::openFile() {
     question.nMaxFile = sizeof path;
     question.lpstrTitle = title.c_str();
     question.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    if (!::GetOpenFileNameA(&question)) return;
+    if (!askForFile(question)) return;
     m_application.open(path);
     m_application.showProblems();
 }

@@ -89,7 +89,11 @@ bool ZelTextParser::GetNextToken(SV::String& token) {
     if (!m_keepTokenOffset) m_tokenOffset = m_nextTokenOffset - spacesSize();
     const std::string_view next = lookAhead();
     if (!m_okay && next.empty()) return false;
-    token.assign(next);
+    if (next.empty()) {
+        token.clear();
+    } else {
+        token.assignPadded(next.data(), next.size());  // lines have readable bytes behind them
+    }
     cutLookAhead();
     m_keepTokenOffset = false;
     return true;

@@ -1,6 +1,8 @@
 // Letters of the process code page, and its conversion to and from UTF-8.
 
 #include <climits>
+#include <cstdint>
+#include <cstring>
 #include <stdexcept>
 #include <string>
 
@@ -34,10 +36,16 @@ String convert(const String& text, UINT from, UINT to) {
 }
 
 bool isAscii(std::string_view text) {
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) > 0x7F) return false;
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    std::uint64_t seen = 0;
+    while (text.size() >= sizeof seen) {
+        std::uint64_t word;
+        std::memcpy(&word, text.data(), sizeof word);
+        if (word & kHighBits) return false;
+        text.remove_prefix(sizeof word);
     }
-    return true;
+    std::memcpy(&seen, text.data(), text.size());
+    return (seen & kHighBits) == 0;
 }
 
 }  // namespace

@@ -78,6 +78,23 @@ TEST(SvString, AssignsFromItsOwnText) {
     }
 }
 
+TEST(SvString, AssignsFromAPaddedPlace) {
+    const std::string buffer(100, 'p');
+    const String kOld[] = {"short", String(60, 'o'), String(60, 'o')};
+    const String shared(kOld[2]);
+    for (const String& old : kOld) {
+        for (const std::size_t size : {0u, 1u, 22u, 23u, 24u, 70u}) {
+            SCOPED_TRACE(::testing::Message() << old << " " << size);
+            String text(old);
+            if (&old == &kOld[1]) text += "own";  // a block that nobody shares
+            text.assignPadded(buffer.data(), size);
+            EXPECT_EQ(text, std::string_view(buffer).substr(0, size));
+            EXPECT_EQ(text.c_str()[size], '\0');
+        }
+    }
+    EXPECT_EQ(shared, std::string_view(std::string(60, 'o')));
+}
+
 TEST(SvString, ReplacesInsertsAndErases) {
     String text("model");
     EXPECT_EQ(text.insert(0, "the "), "the model");

@@ -97,6 +97,21 @@ public:
     String& append(std::string_view text) { return append(text.data(), text.size()); }
     String& append(std::size_t count, char c);
     String& assign(const char* text, std::size_t size);  // `text` may lie in this object
+    // As `assign`, for a place in a larger buffer: `kInlineCapacity` bytes must be readable there
+    // whatever `size` is, and may not lie in this object. Short texts are then copied in one go.
+    String& assignPadded(const char* text, std::size_t size) {
+        if (size > kInlineCapacity) return assign(text, size);
+        if (!isHeap()) {
+            std::memcpy(m_inline, text, kInlineCapacity);
+            setInline(size);
+        } else if (m_heap.block->capacity >= kInlineCapacity && isUnique()) {
+            std::memcpy(m_heap.block->text(), text, kInlineCapacity);
+            setHeap(m_heap.block, size);
+        } else {
+            return assign(text, size);
+        }
+        return *this;
+    }
     String& assign(std::string_view text) { return assign(text.data(), text.size()); }
     String& operator+=(const String& text) { return append(text.data(), text.size()); }
     String& operator+=(std::string_view text) { return append(text.data(), text.size()); }
