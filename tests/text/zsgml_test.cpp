@@ -112,6 +112,7 @@ TEST_F(Sgml, MapsTheUpperHalf) {
 TEST_F(Sgml, MapsAllBytesWithoutBuiltInEntities) {
     ASSERT_TRUE(load("MAP256\nAll\n" + entityLines(0, 60) + "0\n" + entityLines(61, 195)));
     EXPECT_EQ(throughMap(std::string_view("\0A<\r\xFF", 5)), "&0;&65;<&255;");  // CR is dropped
+    EXPECT_EQ(throughMap("0123456789ABCDEF").substr(40), "&65;&66;&67;&68;&69;&70;");  // 16 at once
     ZelSGMLString::EnableWarning(false);
     ASSERT_TRUE(load("MAP256\nFew\n0\n&one;\n"));
     EXPECT_EQ(throughMap("\x01\x02<&\"\xE4"), "&one;\x02<&\"\xE4");
