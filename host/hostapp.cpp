@@ -79,7 +79,9 @@ HostApplication::HostApplication(bool withGUI) : ZelMDIApplication("zelhost", wi
 HostApplication::~HostApplication() = default;
 
 int HostApplication::initApplication() {
-    createResourceManager("zelhost", true);
+    // The library takes the log's name only from programs that never have windows.
+    SetModalDialogSuppressionLogfileName(ZelCmdline::Instance().getValue("log_no_dialogs"));
+    const bool hasTexts = createResourceManager("zelhost", true);
     createResourceManager("zbasic", true);
     ZelApplicationInfo::SetValue("Program", "zelhost");
     ZelApplicationInfo::SetValue("Version", Zel_GetPatchBuildVersionString());
@@ -93,7 +95,10 @@ int HostApplication::initApplication() {
     const std::optional<Options> options = readOptions(problem);
     if (!options) return refuse(problem);
     m_options = *options;
-    const bool withWindows = IsWithGUI() && !ZelCmdline::Instance().showWindowSuppression();
+    const bool withWindows = IsWithGUI() && hasTexts;
+    if (IsWithGUI() && !hasTexts) {
+        std::fputs("zelhost: there are no windows without their texts (zelhost18.dll)\n", stderr);
+    }
     if (!withWindows && m_options.models.empty()) return refuse("no model is named");
     if (m_options.match && m_options.match->find_first_of("*?") != std::string::npos) {
         std::fputs("zelhost: -match takes whole captions; \"*\" and \"?\" stand for themselves\n",
@@ -121,7 +126,7 @@ int HostApplication::runApplication() {
     PlainEvent(ZelEvent_AfterAppInitialized).trigger();
     Zel_Trace("zelhost: %d of %d models are open", static_cast<int>(m_names.size()),
               static_cast<int>(m_options.models.size()));
-    if (!isClosed()) showProblems();
+    showProblems();
     if (m_frame && !isClosed()) Execute();
     m_frame.reset();
     return status;
@@ -218,11 +223,11 @@ void HostApplication::showProblems() {
     if (m_problems.empty()) return;
     const SV::String text(m_problems);
     m_problems.clear();
-    if (!IsModalDialogSuppression()) {
+    if (IsModalDialogSuppression()) {
+        if (!GetModalDialogSuppressionLogfileName().empty()) ModalDialogSuppressionLog(text);
+    } else if (!isClosed()) {
         SV::ShowMessageBox(GetAppWindow(), text, textOf(Text::kProblemsTitle),
                            MB_OK | MB_ICONWARNING);
-    } else if (!GetModalDialogSuppressionLogfileName().empty()) {
-        ModalDialogSuppressionLog(text);
     }
 }
 
