@@ -14,8 +14,6 @@ namespace zelhost {
 
 namespace {
 
-enum CommandId : int { kOpen = 100, kExport, kExit, kEnglish, kGerman, kTile, kCascade, kAbout };
-
 constexpr unsigned short kEnglishLanguage = 1033;
 constexpr unsigned short kGermanLanguage = 1031;
 constexpr int kViewMenu = 1;  // position; the open windows are listed below its entries
@@ -45,27 +43,28 @@ SV::String filled(const SV::String& text, const std::string& value) {
 
 SV::Menu fileMenu() {
     SV::Menu menu;
-    menu.Append(kOpen, textOf(Text::kMenuOpen));
-    menu.Append(kExport, textOf(Text::kMenuExport));
+    menu.Append(HostFrame::kOpen, textOf(Text::kMenuOpen));
+    menu.Append(HostFrame::kExport, textOf(Text::kMenuExport));
     menu.AppendSeparator();
-    menu.Append(kExit, textOf(Text::kMenuExit));
+    menu.Append(HostFrame::kExit, textOf(Text::kMenuExit));
     return menu;
 }
 
 SV::Menu viewMenu() {
     const unsigned short language = ZelInternational::GetCurrentLanguageID();
     SV::Menu menu;
-    menu.AppendChecked(kEnglish, textOf(Text::kMenuEnglish), language == kEnglishLanguage);
-    menu.AppendChecked(kGerman, textOf(Text::kMenuGerman), language == kGermanLanguage);
+    menu.AppendChecked(HostFrame::kEnglish, textOf(Text::kMenuEnglish),
+                       language == kEnglishLanguage);
+    menu.AppendChecked(HostFrame::kGerman, textOf(Text::kMenuGerman), language == kGermanLanguage);
     menu.AppendSeparator();
-    menu.Append(kTile, textOf(Text::kMenuTile));
-    menu.Append(kCascade, textOf(Text::kMenuCascade));
+    menu.Append(HostFrame::kTile, textOf(Text::kMenuTile));
+    menu.Append(HostFrame::kCascade, textOf(Text::kMenuCascade));
     return menu;
 }
 
 SV::Menu helpMenu() {
     SV::Menu menu;
-    menu.Append(kAbout, textOf(Text::kMenuAbout));
+    menu.Append(HostFrame::kAbout, textOf(Text::kMenuAbout));
     return menu;
 }
 

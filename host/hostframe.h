@@ -14,6 +14,17 @@ class HostApplication;
 
 class HostFrame : public SV::MDIFrame {
 public:
+    enum CommandId : int {
+        kOpen = 100,
+        kExport,
+        kExit,
+        kEnglish,
+        kGerman,
+        kTile,
+        kCascade,
+        kAbout,
+    };
+
     explicit HostFrame(HostApplication& application);
 
     void show(std::shared_ptr<const Model> model);
