@@ -1,5 +1,9 @@
 #include "support/box_watcher.h"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
 #include <set>
 #include <string_view>
 
@@ -34,7 +38,10 @@ SeenBox describe(HWND box) {
 
 }  // namespace
 
-BoxWatcher::BoxWatcher(int answer) : m_answer(answer), m_thread([this] { watch(); }) {}
+BoxWatcher::BoxWatcher(int answer) : BoxWatcher(answer, ::GetCurrentProcessId()) {}
+
+BoxWatcher::BoxWatcher(int answer, unsigned long processId)
+    : m_answer(answer), m_processId(processId), m_thread([this] { watch(); }) {}
 
 BoxWatcher::~BoxWatcher() {
     m_isDone = true;
@@ -46,6 +53,16 @@ std::vector<SeenBox> BoxWatcher::seen() const {
     return m_seen;
 }
 
+std::vector<SeenBox> BoxWatcher::waitFor(std::size_t count) const {
+    std::unique_lock lock(m_mutex);
+    const bool isThere =
+        m_changed.wait_for(lock, std::chrono::seconds(30), [&] { return m_seen.size() >= count; });
+    EXPECT_TRUE(isThere) << "only " << m_seen.size() << " boxes came";
+    std::vector<SeenBox> boxes = m_seen;
+    boxes.resize(std::max(count, boxes.size()));
+    return boxes;
+}
+
 void BoxWatcher::watch() {
     std::set<HWND> answered;
     while (!m_isDone) {
@@ -53,13 +70,14 @@ void BoxWatcher::watch() {
         while ((box = ::FindWindowExA(nullptr, box, "#32770", nullptr)) != nullptr) {
             DWORD process = 0;
             ::GetWindowThreadProcessId(box, &process);
-            if (process != ::GetCurrentProcessId() || !::IsWindowVisible(box)) continue;
+            if (process != m_processId || !::IsWindowVisible(box)) continue;
             if (!answered.insert(box).second) continue;
             SeenBox seen = describe(box);
             {
                 const std::lock_guard lock(m_mutex);
                 m_seen.push_back(std::move(seen));
             }
+            m_changed.notify_all();
             ::PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(m_answer), 0);
         }
         ::Sleep(20);  // there is no event to wait for: boxes belong to other code

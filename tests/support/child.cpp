@@ -6,8 +6,6 @@
 #include <filesystem>
 #include <map>
 
-#include "support/temp_dir.h"
-
 #include <windows.h>
 
 namespace {
@@ -80,17 +78,17 @@ ChildResult runChild(const std::string& name, const std::vector<std::string>& ar
     return runProgram(self, all, options);
 }
 
-ChildResult runProgram(const std::string& program, const std::vector<std::string>& arguments,
-                       const ChildOptions& options) {
+RunningProgram::RunningProgram(const std::string& program,
+                               const std::vector<std::string>& arguments,
+                               const ChildOptions& options)
+    : m_program(program) {
     std::string commandLine = quoted(program);
     for (const std::string& argument : arguments) commandLine += " " + quoted(argument);
-
-    const TempDir outputs;
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = outputFile(outputs.path("out"));
-    startup.hStdError = outputFile(outputs.path("err"));
+    startup.hStdOutput = outputFile(m_outputs.path("out"));
+    startup.hStdError = outputFile(m_outputs.path("err"));
     std::string environment = environmentBlock(options.environment);
     PROCESS_INFORMATION process = {};
     const BOOL started = ::CreateProcessA(
@@ -99,19 +97,38 @@ ChildResult runProgram(const std::string& program, const std::vector<std::string
     EXPECT_TRUE(started) << commandLine << ": error " << ::GetLastError();
     ::CloseHandle(startup.hStdOutput);
     ::CloseHandle(startup.hStdError);
+    if (!started) return;
+    ::CloseHandle(process.hThread);
+    m_process = process.hProcess;
+    m_id = process.dwProcessId;
+}
 
+RunningProgram::~RunningProgram() {
+    if (m_process) wait();
+}
+
+bool RunningProgram::hasEnded() const {
+    return !m_process || ::WaitForSingleObject(m_process, 0) == WAIT_OBJECT_0;
+}
+
+ChildResult RunningProgram::wait() {
     ChildResult result = {};
-    if (started) {
-        if (::WaitForSingleObject(process.hProcess, 60'000) != WAIT_OBJECT_0) {
-            ADD_FAILURE() << commandLine << " does not end";
-            ::TerminateProcess(process.hProcess, 99);
-            ::WaitForSingleObject(process.hProcess, INFINITE);
+    if (m_process) {
+        if (::WaitForSingleObject(m_process, 60'000) != WAIT_OBJECT_0) {
+            ADD_FAILURE() << m_program << " does not end";
+            ::TerminateProcess(m_process, 99);
+            ::WaitForSingleObject(m_process, INFINITE);
         }
-        ::GetExitCodeProcess(process.hProcess, &result.exitCode);
-        ::CloseHandle(process.hThread);
-        ::CloseHandle(process.hProcess);
+        ::GetExitCodeProcess(m_process, &result.exitCode);
+        ::CloseHandle(m_process);
+        m_process = nullptr;
     }
-    result.out = withoutReturns(readFile(outputs.path("out")));
-    result.err = withoutReturns(readFile(outputs.path("err")));
+    result.out = withoutReturns(readFile(m_outputs.path("out")));
+    result.err = withoutReturns(readFile(m_outputs.path("err")));
     return result;
+}
+
+ChildResult runProgram(const std::string& program, const std::vector<std::string>& arguments,
+                       const ChildOptions& options) {
+    return RunningProgram(program, arguments, options).wait();
 }

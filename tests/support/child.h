@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "support/temp_dir.h"
+
 // Defines what a child process does: CHILD_MAIN(name) { ... return exitCode; }
 // Its body sees `argc` and `argv` as a program's `main` does, argv[0] being the test program.
 #define CHILD_MAIN(name)                                                \
@@ -27,7 +29,30 @@ struct ChildOptions {
 ChildResult runChild(const std::string& name, const std::vector<std::string>& arguments = {},
                      const ChildOptions& options = {});
 
-// Runs any program. One that does not end within a minute is ended and fails the test.
+// A program that runs beside the test. One that does not end within a minute of being waited for is
+// ended and fails the test.
+class RunningProgram {
+public:
+    explicit RunningProgram(const std::string& program,
+                            const std::vector<std::string>& arguments = {},
+                            const ChildOptions& options = {});
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+    ~RunningProgram();  // waits, too
+
+    unsigned long id() const { return m_id; }  // 0 when it could not be started
+    bool hasEnded() const;
+    // Waits for its end; to be called once.
+    ChildResult wait();
+
+private:
+    TempDir m_outputs;
+    std::string m_program;
+    void* m_process = nullptr;
+    unsigned long m_id = 0;
+};
+
+// Runs any program to its end.
 ChildResult runProgram(const std::string& program, const std::vector<std::string>& arguments = {},
                        const ChildOptions& options = {});
 
