@@ -1,0 +1,75 @@
+#include "exporter.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "host/graph_text.h"
+#include "host/host_program.h"
+#include "paths.h"
+#include "support/temp_dir.h"
+
+using zelhost::PendingFile;
+
+TEST(PendingFile, TakesItsPlaceWhenItIsComplete) {
+    const TempDir dir;
+    const std::string path = dir.write("f", "old");
+    {
+        PendingFile file(path);
+        EXPECT_TRUE(file.write("new "));
+        EXPECT_EQ(readFile(path), "old");
+        EXPECT_TRUE(file.writer()("text"));
+        EXPECT_TRUE(file.commit());
+        EXPECT_EQ(readFile(path), "new text");
+        EXPECT_EQ(file.problem(), "");
+    }
+    {
+        PendingFile file(path);
+        EXPECT_TRUE(file.write("given up"));
+    }
+    EXPECT_EQ(readFile(path), "new text");
+    EXPECT_EQ(filesIn(dir.root().string()), std::vector<std::string>{"f"});
+}
+
+TEST(PendingFile, SaysOnceWhatWentWrongFirst) {
+    const TempDir dir;
+    PendingFile file(dir.path("nowhere\\f"));
+    const std::string problem = file.problem();
+    EXPECT_EQ(problem.find(dir.path("nowhere\\f: cannot be written: ")), 0u) << problem;
+    EXPECT_FALSE(file.write("x"));
+    EXPECT_FALSE(file.commit());
+    EXPECT_EQ(file.problem(), problem);
+}
+
+TEST(Exporter, ListsTheFilesUpToTheFirstProblem) {
+    const TempDir dir;
+    std::filesystem::create_directory(dir.path("m.nodes.csv"));
+    const zelhost::ExportResult result =
+        zelhost::exportModel(graphOf(kSmallModel), dir.root().string(), "m");
+    EXPECT_EQ(result.files, (std::vector<std::string>{dir.path("m.gml"), dir.path("m.graphml")}));
+    EXPECT_EQ(result.problem.find(dir.path("m.nodes.csv: cannot be written: ")), 0u)
+        << result.problem;
+    EXPECT_EQ(filesIn(dir.root().string()), (std::vector<std::string>{"m.gml", "m.graphml"}));
+}
+
+TEST(Paths, AreTakenApart) {
+    struct Case {
+        const char* path;
+        const char* file;
+        const char* base;
+    };
+    const Case cases[] = {
+        {"C:\\a\\b.gml", "b.gml", "b"},
+        {"a/b.c.gml", "b.c.gml", "b.c"},
+        {"C:b.gml", "b.gml", "b"},
+        {"a.d\\b", "b", "b"},
+        {"b", "b", "b"},
+    };
+    for (const auto& [path, file, base] : cases) {
+        EXPECT_EQ(zelhost::fileNameOf(path), file);
+        EXPECT_EQ(zelhost::baseNameOf(path), base);
+    }
+    EXPECT_EQ(zelhost::absolutePath("C:\\a\\.\\b\\..\\c\\"), "C:\\a\\c");
+    EXPECT_EQ(zelhost::absolutePath("C:\\"), "C:\\");
+}

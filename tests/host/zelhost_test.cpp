@@ -1,0 +1,177 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "host/host_program.h"
+#include "support/child.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+std::string withoutTimes(const std::string& text) {
+    return std::regex_replace(text, std::regex("\n  [0-9]+\\.[0-9]{3} s\n"), "\n  TIME\n");
+}
+
+// The unsigned number of four bytes, the highest first (PNG 1.2, section 2.1).
+std::uint32_t numberAt(const std::string& bytes, std::size_t offset) {
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        number = number << 8 | static_cast<unsigned char>(bytes.at(offset + i));
+    }
+    return number;
+}
+
+}  // namespace
+
+TEST(Zelhost, ExportsAModelInAllFormats) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    const ChildResult result = runHost(dir.root().string(), {"m.gml", "-oout"});
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_EQ(result.err, "");
+    const std::string out = dir.path("out") + "\\";
+    EXPECT_EQ(withoutTimes(result.out),
+              "m.gml: 2 nodes, 1 edges\n"
+              "  " +
+                  out + "m.gml\n  " + out + "m.graphml\n  " + out + "m.nodes.csv\n  " + out +
+                  "m.edges.csv\n  " + out + "m.png\n  TIME\n");
+    EXPECT_EQ(filesIn(dir.path("out")), exportsOf("m"));
+
+    EXPECT_EQ(readFile(out + "m.gml"),
+              "graph [\n  directed 1\n"
+              "  node [\n    id 1\n    label \"a;b\"\n  ]\n"
+              "  node [\n    id 2\n    label \"say &#34;&auml;&#19979;&#34;\"\n  ]\n"
+              "  edge [\n    source 1\n    target 2\n    label \"&lt;e&gt;\"\n  ]\n]\n");
+    const std::string graphml = readFile(out + "m.graphml");
+    for (const char* const part :
+         {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>", "edgedefault=\"directed\"", "\xE4\xB8\x8B",
+          "\xC3\xA4", "&lt;e&gt;", "<edge source=\"n1\" target=\"n2\">", "</graphml>"}) {
+        EXPECT_NE(graphml.find(part), graphml.npos) << part;
+    }
+    EXPECT_EQ(readFile(out + "m.nodes.csv"),
+              "\xEF\xBB\xBFid;caption;label\n"
+              "1;\"a;b\";\"a;b\"\n"
+              "2;\"say \"\"\xC3\xA4\xE4\xB8\x8B\"\"\";\"say \"\"\xC3\xA4\xE4\xB8\x8B\"\"\"\n");
+    EXPECT_EQ(readFile(out + "m.edges.csv"), "\xEF\xBB\xBFsource;target;label\n1;2;<e>\n");
+
+    const std::string png = readFile(out + "m.png");
+    EXPECT_EQ(png.substr(0, 16), std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16));
+    EXPECT_GT(numberAt(png, 16), 20u);
+    EXPECT_GT(numberAt(png, 20), 20u);
+    EXPECT_EQ(png.substr(png.size() - 8, 4), "IEND");
+}
+
+TEST(Zelhost, SkipsABrokenModelAndKeepsNamesApart) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    dir.write("sub\\M.GML", "graph [ ]");
+    dir.write("broken.gml", "graph [\n  node [ ]\n]\n");
+    dir.write("m_2.gml", "graph [ ]");
+    const ChildResult result =
+        runHost(dir.root().string(), {"m.gml", "broken.gml", "sub\\M.GML", "m_2.gml", "-oout"});
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.err, "broken.gml(2): the node has no \"id\"\n");
+    std::vector<std::string> expected;
+    for (const char* const name : {"M_2", "m", "m_2_2"}) {
+        for (const std::string& file : exportsOf(name)) expected.push_back(file);
+    }
+    EXPECT_EQ(filesIn(dir.path("out")), expected);
+    // The same names again: files of an earlier run are replaced.
+    EXPECT_EQ(runHost(dir.root().string(), {"sub\\M.GML", "-oout"}).exitCode, 0u);
+    EXPECT_EQ(readFile(dir.path("out\\m.gml")), "graph [\n]\n");
+}
+
+TEST(Zelhost, RefusesWrongUsage) {
+    struct Case {
+        const char* why;
+        std::vector<std::string> arguments;
+        unsigned long exitCode;
+        const char* out;  // the beginnings
+        const char* err;
+    };
+    const std::vector<Case> cases = {
+        {"help", {"-?"}, 0, "usage: zelhost ", ""},
+        {"no model", {}, 2, "", "zelhost: no model is named\n\nusage: zelhost "},
+        {"unknown option", {"m.gml", "-zoom"}, 2, "", "zelhost: unknown option -zoom\n\nusage: "},
+        {"more than a flag of the library",
+         {"m.gml", "-tracer"},
+         2,
+         "",
+         "zelhost: unknown option -tracer\n\nusage: "},
+        {"-o alone", {"m.gml", "-o"}, 2, "", "zelhost: option -o needs a directory\n\nusage: "},
+    };
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    for (const auto& [why, arguments, exitCode, out, err] : cases) {
+        SCOPED_TRACE(why);
+        const ChildResult result = runHost(dir.root().string(), arguments);
+        EXPECT_EQ(result.exitCode, exitCode);
+        EXPECT_EQ(result.out.substr(0, std::string(out).size()), out);
+        EXPECT_EQ(result.err.substr(0, std::string(err).size()), err);
+        EXPECT_NE(result.out.empty(), result.err.empty());
+    }
+    EXPECT_EQ(filesIn(dir.root().string()), std::vector<std::string>{"m.gml"});
+}
+
+TEST(Zelhost, KeepsMatchingNodes) {
+    struct Case {
+        const char* why;
+        const char* option;
+        const char* label;  // the header's third field
+        const char* nodes;  // CSV behind the header
+        const char* edges;
+        bool hasWildcard;
+    };
+    const Case cases[] = {
+        {"two of a caption", "-matcha", "label", "1;a;a\n3;a;a\n", "3;1\n", false},
+        {"no part of a caption, no other case", "-matchA", "", "", "", false},
+        {"a caption beyond ASCII, given in the code page", "-match\xC4", "label",
+         "4;\xC3\x84;\xC3\x84\n", "", false},
+        {"a caption out of the id", "-match5", "", "5;5\n", "", false},
+        {"wildcards stand for themselves", "-match?*", "label", "2;?*;?*\n", "2;2\n", true},
+    };
+    const TempDir dir;
+    dir.write("m.gml",
+              "graph [ node [ id 1 label \"a\" ] node [ id 2 label \"?*\" ]\n"
+              "node [ id 3 label \"a\" ] node [ id 4 label \"&Auml;\" ] node [ id 5 ]\n"
+              "edge [ source 1 target 2 ] edge [ source 2 target 2 ] edge [ source 3 target 1 ] ]");
+    for (const auto& [why, option, label, nodes, edges, hasWildcard] : cases) {
+        SCOPED_TRACE(why);
+        const ChildResult result = runHost(dir.root().string(), {"m.gml", "-oout", option});
+        EXPECT_EQ(result.exitCode, 0u);
+        EXPECT_EQ(result.err, hasWildcard ? "zelhost: -match takes whole captions; \"*\" and \"?\" "
+                                            "stand for themselves\n"
+                                          : "");
+        const std::string header =
+            std::string("\xEF\xBB\xBFid;caption") + (*label ? ";" : "") + label;
+        EXPECT_EQ(readFile(dir.path("out\\m.nodes.csv")), header + "\n" + nodes);
+        EXPECT_EQ(readFile(dir.path("out\\m.edges.csv")),
+                  std::string("\xEF\xBB\xBFsource;target\n") + edges);
+    }
+}
+
+TEST(Zelhost, TakesPartInTheLibrarysStartUp) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    dir.write("bad.gml", "");
+    ChildOptions options;
+    options.directory = dir.root().string();
+    RunningProgram program(hostProgram(),
+                           {"m.gml", "bad.gml", "-no_gui", "-pidfilepid.txt", "-trace",
+                            "-trftrace.txt", "-log_no_dialogsboxes.txt"},
+                           options);
+    const std::string id = std::to_string(program.id());
+    const ChildResult result = program.wait();
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(filesIn(dir.path("export")), exportsOf("m"));  // where files go by default
+    EXPECT_EQ(readFile(dir.path("pid.txt")), id + "\r\n");
+    EXPECT_EQ(readFile(dir.path("trace.txt")),
+              "zelhost: reading the command line\r\n"
+              "zelhost: m.gml is open\r\nzelhost: m.gml is saved\r\n"
+              "zelhost: 1 of 2 models are open\r\n");
+    EXPECT_EQ(result.err, "bad.gml: the file is empty\n");
+    EXPECT_EQ(readFile(dir.path("boxes.txt")), "bad.gml: the file is empty\r\n\r\n");
+}

@@ -1,0 +1,289 @@
+// The host with windows: seen from inside, as a part of the program does, and from outside.
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "host/host_program.h"
+#include "hostapp.h"
+#include "hostframe.h"
+#include "model_events.h"
+#include "support/box_watcher.h"
+#include "support/child.h"
+#include "support/temp_dir.h"
+
+#include <windows.h>
+
+using zelhost::HostFrame;
+
+namespace {
+
+constexpr char kFrameClass[] = "SvMDIFrame";
+constexpr char kChildClass[] = "SvMDIChild";
+
+HWND frameOf(DWORD processId) {
+    HWND frame = nullptr;
+    while ((frame = ::FindWindowExA(nullptr, frame, kFrameClass, nullptr)) != nullptr) {
+        DWORD owner = 0;
+        ::GetWindowThreadProcessId(frame, &owner);
+        if (owner == processId && ::IsWindowVisible(frame)) return frame;
+    }
+    return nullptr;
+}
+
+std::string textOf(HWND window) {
+    char text[256] = "";
+    ::GetWindowTextA(window, text, sizeof text);
+    return text;
+}
+
+std::vector<HWND> childrenOf(HWND frame) {
+    std::vector<HWND> children;
+    const HWND client = ::FindWindowExA(frame, nullptr, "MDICLIENT", nullptr);
+    HWND child = nullptr;
+    while ((child = ::FindWindowExA(client, child, kChildClass, nullptr)) != nullptr) {
+        children.push_back(child);
+    }
+    return children;
+}
+
+// "&File(&Open|--|E&xit)|&View(&English*)": "--" is a separator, "*" a check mark. Menus of other
+// processes cannot be read.
+std::string menuText(HMENU menu) {
+    std::string text;
+    for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
+        char entry[128] = "";
+        const auto position = static_cast<UINT>(i);
+        ::GetMenuStringA(menu, position, entry, sizeof entry, MF_BYPOSITION);
+        const HMENU popup = ::GetSubMenu(menu, i);
+        if (!text.empty()) text += "|";
+        text += *entry ? entry : "--";
+        if (::GetMenuState(menu, position, MF_BYPOSITION) & MF_CHECKED && !popup) text += "*";
+        if (popup) text += "(" + menuText(popup) + ")";
+    }
+    return text;
+}
+
+// Prints the events, objects to saving the model "forbidden", closes the window on opening the
+// model "last", and acts once the models are there.
+class Listener : public ZelEventListener {
+public:
+    using Action = void (*)(HWND frame);
+
+    explicit Listener(Action action) : m_action(action) {
+        for (const ZelEventType type :
+             {ZelEvent_OpenModel, ZelEvent_BeforeSaveModel, ZelEvent_SaveModel,
+              ZelEvent_AfterCreateModelWindow, ZelEvent_AfterDiscardModelWindow}) {
+            listen(type, static_cast<Handler>(&Listener::onModel));
+        }
+        listen(ZelEvent_AppInitialized, static_cast<Handler>(&Listener::onEvent));
+        listen(ZelEvent_AfterAppInitialized, static_cast<Handler>(&Listener::onReady));
+        listen(ZelEvent_AppExit, static_cast<Handler>(&Listener::onEvent));
+    }
+
+private:
+    void listen(ZelEventType type, Handler handler) { setEventHandler(type, handler, 100); }
+    void onEvent(ZelEvent* event) {
+        std::printf("%s\n", event->getEventName());
+        std::fflush(stdout);
+    }
+    void onModel(ZelEvent* event) {
+        const auto* const of = static_cast<zelhost::ModelEvent*>(event);
+        std::printf("%s %s\n", event->getEventName(), of->GetName().c_str());
+        const bool isForbidden = of->GetName() == "forbidden";
+        if (isForbidden && event->getEventType() == ZelEvent_BeforeSaveModel) {
+            event->setResultValue(1);
+        }
+        const bool isLast = of->GetName() == "last";
+        if (isLast && event->getEventType() == ZelEvent_OpenModel) {
+            SV::Application::GetAppWindow()->Close();
+        }
+    }
+    void onReady(ZelEvent* event) {
+        onEvent(event);
+        const SV::Window* const window = SV::Application::GetAppWindow();
+        if (m_action && window) m_action(window->GetHandle());
+    }
+
+    Action m_action;
+};
+
+int runHostHere(int argc, char** argv, Listener::Action action) {
+    zelhost::HostApplication application(true);
+    const Listener listener(action);
+    application.Run(argc, argv);
+    return 0;
+}
+
+void command(HWND frame, int id) { ::SendMessageA(frame, WM_COMMAND, static_cast<WPARAM>(id), 0); }
+
+}  // namespace
+
+CHILD_MAIN(hostMenus) {
+    return runHostHere(argc, argv, [](HWND frame) {
+        std::printf("%s\n", menuText(::GetMenu(frame)).c_str());
+        command(frame, HostFrame::kGerman);
+        std::printf("%s\n", menuText(::GetMenu(frame)).c_str());
+        command(frame, HostFrame::kEnglish);
+        std::printf("%s\n", menuText(::GetMenu(frame)).c_str());
+        command(frame, HostFrame::kExit);
+    });
+}
+
+TEST(ZelhostWindow, MenusFollowTheLanguageAtOnce) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    ChildOptions options;
+    options.directory = dir.root().string();
+    const ChildResult result = runChild("hostMenus", {"m.gml", "-lang1033"}, options);
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_EQ(result.err, "");
+    const std::string english =
+        "&File(&Open...|&Export|--|E&xit)|&View(&English*|&German|--|&Tile "
+        "windows|&Cascade windows|--|&1 m.gml*)|&Help(&About zelhost)\n";
+    const std::string german =
+        "&Datei(\xD6&ffnen...|&Exportieren|--|&Beenden)|&Ansicht(&Englisch|&Deutsch*|--|"
+        "&Nebeneinander|\xDC&berlappend|--|&1 m.gml*)|&Hilfe(&\xDC"
+        "ber zelhost)\n";
+    const std::string start = "AfterAppInitialized\n";
+    const std::size_t place = result.out.find(start);
+    ASSERT_NE(place, std::string::npos) << result.out;
+    EXPECT_EQ(result.out.substr(place + start.size()),
+              english + german + english + "AfterDiscardModelWindow m\nAppExit\n");
+}
+
+CHILD_MAIN(hostEvents) {
+    return runHostHere(argc, argv, [](HWND frame) { command(frame, HostFrame::kExit); });
+}
+
+TEST(ZelhostWindow, TellsListenersAndHeedsTheirVeto) {
+    struct Case {
+        const char* why;
+        std::vector<std::string> models;
+        unsigned long exitCode;
+        const char* events;
+        const char* err;
+        std::vector<std::string> files;
+    };
+    const Case cases[] = {
+        {"all is well",
+         {"m.gml"},
+         0,
+         "OpenModel m\nAfterCreateModelWindow m\nBeforeSaveModel m\nSaveModel m\n"
+         "AppInitialized\nAfterAppInitialized\nAfterDiscardModelWindow m\nAppExit\n",
+         "",
+         exportsOf("m")},
+        {"a listener forbids saving",
+         {"forbidden.gml"},
+         1,
+         "OpenModel forbidden\nAfterCreateModelWindow forbidden\nBeforeSaveModel forbidden\n"
+         "AppInitialized\nAfterAppInitialized\nAfterDiscardModelWindow forbidden\nAppExit\n",
+         "forbidden.gml: not saved: a listener of the program objects\n",
+         {}},
+        {"the window is closed before the second model",
+         {"last.gml", "m.gml"},
+         1,
+         "OpenModel last\nBeforeSaveModel last\nSaveModel last\n"
+         "AppInitialized\nAfterAppInitialized\nAppExit\n",
+         "",
+         exportsOf("last")},
+    };
+    for (const auto& [why, models, exitCode, events, err, files] : cases) {
+        SCOPED_TRACE(why);
+        const TempDir dir;
+        ChildOptions options;
+        options.directory = dir.root().string();
+        std::vector<std::string> arguments = {"-oout", "-no_dialogs"};
+        for (const std::string& model : models) {
+            dir.write(model, kSmallModel);
+            arguments.push_back(model);
+        }
+        std::filesystem::create_directory(dir.path("out"));
+        const ChildResult result = runChild("hostEvents", arguments, options);
+        EXPECT_EQ(result.exitCode, exitCode);
+        const std::regex summaryLine("(  .*|.* nodes, .*)\n");
+        EXPECT_EQ(std::regex_replace(result.out, summaryLine, ""), events);
+        EXPECT_EQ(result.err, err);
+        EXPECT_EQ(filesIn(dir.path("out")), files);
+    }
+}
+
+namespace {
+
+// The frame of a program that has just been started.
+HWND waitForFrame(const RunningProgram& program) {
+    HWND frame = nullptr;
+    while (!(frame = frameOf(program.id())) && !program.hasEnded()) {
+        ::Sleep(20);  // there is no event to wait for: the window belongs to another program
+    }
+    EXPECT_TRUE(frame);
+    return frame;
+}
+
+void post(HWND frame, int id) { ::PostMessageA(frame, WM_COMMAND, static_cast<WPARAM>(id), 0); }
+
+}  // namespace
+
+TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    dir.write("n.gml", kSmallModel);
+    dir.write("bad.gml", "");
+    ChildOptions options;
+    options.directory = dir.root().string();
+    RunningProgram program(hostProgram(), {"m.gml", "bad.gml", "n.gml", "-oout", "-lang1031"},
+                           options);
+    const BoxWatcher watcher(IDOK, program.id());
+    const HWND frame = waitForFrame(program);
+
+    const SeenBox problems = watcher.waitFor(1)[0];
+    EXPECT_EQ(problems.caption, "zelhost: Probleme");
+    EXPECT_EQ(problems.text, "bad.gml: the file is empty\n");
+    EXPECT_EQ(textOf(frame), "zelhost");
+    std::vector<std::string> titles;
+    for (const HWND child : childrenOf(frame)) titles.push_back(textOf(child));
+    EXPECT_EQ(titles, (std::vector<std::string>{"n.gml", "m.gml"}));
+
+    post(frame, HostFrame::kAbout);
+    const SeenBox german = watcher.waitFor(2)[1];
+    EXPECT_EQ(german.caption,
+              "\xDC"
+              "ber zelhost");
+    EXPECT_EQ(german.text.find("zelhost "), 0u) << german.text;
+    EXPECT_NE(german.text.find("Language: Deutsch"), std::string::npos) << german.text;
+    post(frame, HostFrame::kEnglish);
+    post(frame, HostFrame::kAbout);
+    const SeenBox english = watcher.waitFor(3)[2];
+    EXPECT_EQ(english.caption, "About zelhost");
+    EXPECT_NE(english.text.find("Language: English"), std::string::npos) << english.text;
+
+    std::filesystem::remove(dir.path("out\\n.png"));
+    post(frame, HostFrame::kExport);
+    const SeenBox exported = watcher.waitFor(4)[3];
+    EXPECT_EQ(exported.text, "The files were written to\n" + dir.path("out"));
+    EXPECT_TRUE(std::filesystem::exists(dir.path("out\\n.png")));
+
+    ::PostMessageA(frame, WM_CLOSE, 0, 0);
+    const ChildResult result = program.wait();
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.err, "bad.gml: the file is empty\n");
+    EXPECT_EQ(watcher.seen().size(), 4u);
+}
+
+TEST(ZelhostWindow, WritesWhatBoxesWouldSayToTheirLog) {
+    const TempDir dir;
+    dir.write("bad.gml", "");
+    ChildOptions options;
+    options.directory = dir.root().string();
+    RunningProgram program(hostProgram(), {"bad.gml", "-no_dialogs", "-log_no_dialogsboxes.txt"},
+                           options);
+    const BoxWatcher watcher(IDOK, program.id());
+    ::PostMessageA(waitForFrame(program), WM_CLOSE, 0, 0);
+    EXPECT_EQ(program.wait().exitCode, 1u);
+    EXPECT_TRUE(watcher.seen().empty());
+    EXPECT_EQ(readFile(dir.path("boxes.txt")), "bad.gml: the file is empty\r\n\r\n");
+}
