@@ -303,8 +303,8 @@ private:
     long m_userId;
 };
 
-// The program ends: by its normal way, by a fatal fault, or because the console
-// or the session does.
+// The program ends: by its normal way, by a fatal fault or, with the dynamic
+// console, because the user logs off or the system shuts down.
 class ZBASIC_API ZelExitAppEvent : public ZelEvent {
 public:
     explicit ZelExitAppEvent(const SV::String& reason);
@@ -316,8 +316,9 @@ private:
     SV::String m_reason;
 };
 
-// The start-up has come to another phase, which the text describes. The program
-// triggers it; the library only echoes it to the dynamic console.
+// The start-up has come to another phase, which the text describes. Programs
+// trigger this class or one derived from it; the library only echoes the text to
+// the dynamic console, which shows nothing for another class of the same type.
 class ZBASIC_API ZelAppChangeStartupPhaseEvent : public ZelEvent {
 public:
     explicit ZelAppChangeStartupPhaseEvent(const SV::String& text);
@@ -364,7 +365,8 @@ public:
     ~ZelBeforeGrabFocusEvent() override;
 
     // Asks, and gives `window` the focus unless a handler objects. True when the
-    // window was told to take it; null never is.
+    // window was told to take it; null never is. It must outlive the handlers: one
+    // that destroys it has to object.
     static bool GrabFocus(SV::Window* window);
 };
 
@@ -372,8 +374,8 @@ public:
 //
 // Ownership: nobody but its owner; destroying it removes all its registrations.
 // A copy starts without any, and assignment leaves both sides' as they are.
-// Threads: main thread only, like every operation on events. A listener that is
-// never registered may be made and destroyed on any thread.
+// Threads: main thread only, like every operation on events. So is the end of a
+// listener, registered or not: it looks into what is registered.
 class ZBASIC_API ZelEventListener {
 public:
     // Callers convert: `static_cast<ZelEventListener::Handler>(&Mine::onExit)`.
