@@ -5,7 +5,8 @@
 
 namespace {
 
-// Both outlive the dispatcher: static objects of programs are destroyed after it.
+// Both outlive the dispatcher: objects of threads, and of libraries that are detached later, are
+// destroyed after it.
 constinit std::atomic<ZelEventDispatcher*> g_dispatcher = nullptr;
 constinit std::atomic<bool> g_isShutDown = false;
 

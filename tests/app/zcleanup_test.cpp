@@ -138,14 +138,21 @@ TEST(CleanUp, DeletesASingletonOnce) {
     EXPECT_TRUE(nothing.execute());
 }
 
+struct StaticObject {
+    ~StaticObject() { ::_write(1, "static\n", 7); }
+};
+
 CHILD_MAIN(cleanUpAtExit) {
+    static const StaticObject object;
     ZelCleanUp& collector = ZelCleanUp::Instance();
     collector.AddAction(new Action([] { ::_write(1, "event\n", 6); }));
     exitEvent();
     collector.AddAction(new Action([] {
-        ::_write(1, "exit\n", 5);
-        exitEvent();  // the collector is being destroyed: nobody may be reached
+        ::_write(1, "exit(", 5);
+        exitEvent();  // still reaches the collector, whose other actions therefore run inside
+        ::_write(1, ")\n", 2);
     }));
+    collector.AddAction(new Action([] { ::_write(1, "behind", 6); }));
     collector.AddFileCleanUpAction(argv[1]);
     return 0;
 }
@@ -155,6 +162,6 @@ TEST(CleanUp, RunsTheRestAtProcessExit) {
     const std::string file = folder.write("late", "");
     const ChildResult result = runChild("cleanUpAtExit", {file});
     EXPECT_EQ(result.exitCode, 0u);
-    EXPECT_EQ(result.out, "event\nexit\n");
+    EXPECT_EQ(result.out, "event\nstatic\nexit(behind)\n");
     EXPECT_FALSE(std::filesystem::exists(file));
 }

@@ -56,11 +56,19 @@ private:
 // is triggered, and what came after that when the collector itself is destroyed
 // at process exit; each action is executed once and then deleted.
 //
+// At process exit means: while the system detaches this library. The program's
+// static objects are gone by then, other threads were ended wherever they stood,
+// and plug-in libraries may be unloaded. An action that needs any of them, or has
+// its code there, must be done by "AppExit": see that one is triggered after it
+// was added.
+//
 // Relied on by callers: first registered, first run. Singletons are therefore
 // destroyed in the order of their creation.
 // An action that is added while others run is executed in the same pass.
 //
-// Threads: `Instance` by any; everything else on the main thread.
+// Threads: several may make the first call of `Instance` at a time, but not while
+// the main thread registers for events or triggers them, for the collector itself
+// registers. Later calls by any; everything else on the main thread.
 class ZBASIC_API ZelCleanUp : public ZelEventListener {
 public:
     static ZelCleanUp& Instance();
