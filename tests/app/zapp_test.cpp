@@ -263,10 +263,39 @@ TEST(ZelApp, GoesOnWithTheNextResourceFile) {
         << result.out;
 }
 
+namespace {
+
+// Writes a debug line around that of the library about the end.
+class ExitNeighbour : public ZelEventListener {
+public:
+    ExitNeighbour(const char* line, ZelEventPriority priority) : m_line(line) {
+        setEventHandler(ZelEvent_AppExit, static_cast<Handler>(&ExitNeighbour::onExit), priority);
+    }
+    void onExit(ZelEvent*) { ZelDebugOut(m_line); }
+
+private:
+    const char* m_line;
+};
+
+class OtherEvent : public ZelEvent {
+public:
+    explicit OtherEvent(ZelEventType type) : ZelEvent(type) {}
+};
+
+}  // namespace
+
 CHILD_MAIN(appConsole) {
     ::FreeConsole();  // the test program's; the application opens its own
+    const ExitNeighbour before("601\n", 601);
+    const ExitNeighbour behind("599\n", 599);
     return runApplication(argc, argv, [](SpeakingApplication&) {
         ZelDebugOut("[zel] a debug line\n");
+        ZelAppChangeStartupPhaseEvent("[host] libraries").trigger();
+        OtherEvent(ZelEvent_AppChangeStartupPhase).trigger();  // carries no text to show
+        OtherEvent(ZelEvent_AppInitialized).trigger();
+        ZelWindowStackChangedEvent(3, true, "Model").trigger();
+        ZelWindowStackChangedEvent(-2, false, "").trigger();
+        OtherEvent(ZelEvent_ZelWindowStackChanged).trigger();
         char title[200] = "";
         ::GetConsoleTitleA(title, sizeof title);
         std::printf("title %s\n", title);
@@ -285,8 +314,15 @@ TEST(ZelApp, TheDynamicConsoleShowsWhatGoesOn) {
     EXPECT_NE(result.err.find("[locale] The locale 'Klingon' could not be resolved!\n"),
               std::string::npos)
         << result.err;
-    EXPECT_NE(result.err.find("[zel] a debug line\n"), std::string::npos);
-    EXPECT_NE(result.err.find("[zel] Application shutdown event recognized\n"), std::string::npos);
+    EXPECT_EQ(result.err.substr(std::min(result.err.size(), result.err.find("[zel]"))),
+              "[zel] a debug line\n"
+              "[host] libraries\n"
+              "[zel] Application initialized\n"
+              "[zel] WinStack: += 3 [Model]\n"
+              "[zel] WinStack: -= -2 []\n"
+              "601\n"
+              "[zel] Application shutdown event recognized\n"
+              "599\n");
 }
 
 namespace {
