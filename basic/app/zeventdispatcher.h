@@ -22,6 +22,8 @@ public:
     void remove(const ZelEventListener* listener);
     void dispatch(ZelEvent& event);
 
+    std::size_t size() const { return m_entries.size(); }  // with what waits for the purge
+
 private:
     using Change = std::uint64_t;  // counts registrations, and removals during a dispatch
 

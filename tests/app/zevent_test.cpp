@@ -243,9 +243,6 @@ TEST(EventReentry, SurvivesAHandlerThatThrows) {
     EXPECT_THROW(TestEvent().trigger(), std::runtime_error);
     EXPECT_EQ(calls, "AB");
     EXPECT_EQ(callsOf(calls), "AC");
-    a.manualSignOff();  // erased at once: the dispatch that threw does not count as running
-    a.listen(-1);
-    EXPECT_EQ(callsOf(calls), "CA");
 }
 
 TEST(EventReentry, KeepsOtherTypesApart) {
