@@ -347,23 +347,83 @@ TEST(EventClasses, CarryWhatTheyWereMadeWith) {
     EXPECT_EQ(permission.GetActionName(), "BeforeSetPermission");
     EXPECT_EQ(permission.GetPermissionType(), 2);
     EXPECT_EQ(permission.GetDBPermission(), 3);
-    EXPECT_EQ(ZelUserEvent(static_cast<ZelUserEvent::ActionType>(22), 1).GetActionName(), "");
 
     const ZelUserGroupEvent group(ZelUserGroupEvent::AfterRename, 5);
     EXPECT_EQ(group.getEventType(), 702);
+    EXPECT_EQ(group.GetUserGroupID(), 5);
     EXPECT_EQ(group.GetActionType(), 8);
     EXPECT_EQ(group.GetActionName(), "AfterRename");
     EXPECT_EQ(group.GetUserID(), -1);
-    EXPECT_EQ(ZelUserGroupEvent(ZelUserGroupEvent::AfterAddUser, 5, 6).GetUserID(), 6);
+    const ZelUserGroupEvent member(ZelUserGroupEvent::AfterAddUser, 5, 6);
+    EXPECT_EQ(member.GetUserGroupID(), 5);
+    EXPECT_EQ(member.GetUserID(), 6);
     EXPECT_EQ(ZelUserGroupEvent(static_cast<ZelUserGroupEvent::ActionType>(-1), 5).GetActionName(),
               "");
 
     EXPECT_EQ(ZelExitAppEvent("end(0)").getEventType(), 776);
     EXPECT_EQ(ZelExitAppEvent("end(0)").GetReason(), "end(0)");
-    EXPECT_EQ(ZelAppChangeStartupPhaseEvent("libraries\n").getEventType(), 841);
-    EXPECT_EQ(ZelSystemSettingsChangedEvent(static_cast<SV::SysChangeType>(4)).getEventType(), 850);
-    EXPECT_EQ(ZelWindowStackChangedEvent(3, true, "Model").getEventType(), 849);
+    const ZelAppChangeStartupPhaseEvent phase("libraries\n");
+    EXPECT_EQ(phase.getEventType(), 841);
+    EXPECT_EQ(phase.GetText(), "libraries\n");
+    const ZelSystemSettingsChangedEvent settings(static_cast<SV::SysChangeType>(4));
+    EXPECT_EQ(settings.getEventType(), 850);
+    EXPECT_EQ(static_cast<int>(settings.GetChangeType()), 4);
+    const ZelWindowStackChangedEvent pushed(3, true, "Model");
+    EXPECT_EQ(pushed.getEventType(), 849);
+    EXPECT_EQ(pushed.GetNumber(), 3);
+    EXPECT_TRUE(pushed.IsAdded());
+    EXPECT_EQ(pushed.GetText(), "Model");
+    EXPECT_FALSE(ZelWindowStackChangedEvent(3, false, "Model").IsAdded());
     EXPECT_EQ(ZelBeforeGrabFocusEvent().getEventType(), 851);
+}
+
+// The numbers are compiled into programs.
+static_assert(ZelUserEvent::BeforeDelete == 5 && ZelUserEvent::AfterUnsetPermission == 10);
+static_assert(ZelUserEvent::AfterRename == 14 && ZelUserEvent::AfterUnsetSubAdminUserMgt == 18);
+static_assert(ZelUserGroupEvent::AfterAddUser == 4 && ZelUserGroupEvent::BeforeRename == 7);
+
+const char* const kUserActions[] = {
+    "AfterCreate",
+    "BeforeSemiDelete",
+    "AfterSemiDelete",
+    "BeforeWakeUp",
+    "AfterWakeUp",
+    "BeforeDelete",
+    "AfterDelete",
+    "BeforeSetPermission",
+    "AfterSetPermission",
+    "BeforeUnsetPermission",
+    "AfterUnsetPermission",
+    "BeforeSetComment",
+    "AfterSetComment",
+    "BeforeRename",
+    "AfterRename",
+    "AfterSetSubAdmin",
+    "AfterUnsetSubAdmin",
+    "AfterSetSubAdminUserMgt",
+    "AfterUnsetSubAdminUserMgt",
+    "BeforeSetComponents",
+    "AfterSetComponents",
+    "AfterSetPassword",
+};
+
+const char* const kUserGroupActions[] = {
+    "AfterCreate",      "BeforeDelete",    "AfterDelete",  "BeforeAddUser", "AfterAddUser",
+    "BeforeRemoveUser", "AfterRemoveUser", "BeforeRename", "AfterRename",
+};
+
+template <typename Event, std::size_t count>
+void expectActionNames(const char* const (&names)[count]) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto action = static_cast<typename Event::ActionType>(i);
+        EXPECT_EQ(Event(action, 1).GetActionName(), names[i]) << i;
+    }
+    EXPECT_EQ(Event(static_cast<typename Event::ActionType>(count), 1).GetActionName(), "");
+}
+
+TEST(EventClasses, NameTheirActions) {
+    expectActionNames<ZelUserEvent>(kUserActions);
+    expectActionNames<ZelUserGroupEvent>(kUserGroupActions);
 }
 
 // Destroyed after everything static of the library, by the way the run time works:
