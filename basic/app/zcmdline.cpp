@@ -89,6 +89,7 @@ void ZelCmdline::init(int argc, char** argv, bool withGUI, const SV::String& dia
     if (!withGUI) {
         setFlagsForNoUser();
         g_dialogLogName = line.getValue("log_no_dialogs");
+        // Relied on by callers: an empty dialogLogOption matches the first option.
         if (g_dialogLogName.empty()) g_dialogLogName = line.getValue(dialogLogOption.c_str());
     }
     const bool isLong = line.getValue("wslogformat") == "long";

@@ -136,6 +136,49 @@ TEST(CommandLine, SuppressesDialogsAndWindowsWithoutAUser) {
     }
 }
 
+struct InitCase {
+    const char* why;
+    std::vector<std::string> arguments;
+    bool withGUI;
+    const char* dialogLogOption;
+    const char* flags;
+    const char* logName;
+};
+
+const char kWithoutUser[] =
+    "no_dialogs no_windows no_gui no_login_screen no_printer_warning trace ";
+
+// One after the other in one process.
+const InitCase kInits[] = {
+    {"with a user", {"-x", "-trace", "-logA"}, true, "log", "trace x ", ""},
+    {"without one: x is cleared, other flags stay", {"-logB"}, false, "log", kWithoutUser, "B"},
+    {"again: the name is set anew, by an empty option from the first one",
+     {"file", "/first", "-logC"},
+     false,
+     "",
+     kWithoutUser,
+     "first"},
+    {"with a user again: all of it stays", {"-logD"}, true, "log", kWithoutUser, "first"},
+    {"without the option the name goes", {"file"}, false, "log", kWithoutUser, ""},
+};
+
+CHILD_MAIN(initAgain) {
+    for (const auto& [why, arguments, withGUI, option, flags, logName] : kInits) {
+        Line line(arguments);
+        std::printf("%s: %s", why, flagsThatAreSet(line.parse(withGUI, option)).c_str());
+        std::printf("%s\n", ZelCmdline::Instance().getModalDialogSuppressionLogfileName().c_str());
+    }
+    return 0;
+}
+
+TEST(CommandLine, IsTakenAnewOnTopOfWhatWasSet) {
+    std::string expected;
+    for (const auto& [why, arguments, withGUI, option, flags, logName] : kInits) {
+        expected += std::string(why) + ": " + flags + logName + "\n";
+    }
+    EXPECT_EQ(runChild("initAgain").out, expected);
+}
+
 struct ValueAccessor {
     const char* option;
     SV::String (ZelCmdline::*get)() const;

@@ -31,12 +31,17 @@ class ZBASIC_API ZelCmdline {
 public:
     static ZelCmdline& Instance();
 
+    ZelCmdline(const ZelCmdline&) = delete;
+    ZelCmdline& operator=(const ZelCmdline&) = delete;
+
     // To be called once, at the start. `argv` is not copied: it must live as long
     // as the process. A program without a user (`withGUI` false) has all dialogs
     // and windows suppressed; the name of the dialogs' log file then is the value
     // of "log_no_dialogs", else of the option named `dialogLogOption`.
-    // Relied on by callers: a second call is reported as an internal fault; it
-    // takes the new line, but clears no flag and no log file name.
+    // Relied on by callers: an empty dialogLogOption matches the first option.
+    // Relied on by callers: a second call is reported as an internal fault. It
+    // takes the new line and clears no flag; but without a user it does clear "x"
+    // and sets the name of the log file anew, which otherwise stays.
     static void init(int argc, char** argv, bool withGUI, const SV::String& dialogLogOption);
 
     int getCount() const;              // of arguments, program path included
@@ -71,7 +76,9 @@ public:
     bool debugMemDelayFree() const;  // debug_mem_delayfree
     bool debugMemHeapCheck() const;  // debug_mem_heapcheck
 
-    // Values, by the beginning of the option; empty or 0 when absent.
+    // Values, by the beginning of the option; empty or 0 when absent. Read without
+    // an accessor: the value of "lang", and whether "plug_log" and
+    // "getfulldomainname" are there.
     SV::String getLoginUserName() const;  // u
     SV::String getLoginPassword() const;  // p
     SV::String getLoginDBName() const;    // d
