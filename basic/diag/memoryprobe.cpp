@@ -1,7 +1,6 @@
 // Answers what the system's IsBad... functions answer, without touching the memory: those end
 // the process on a guard page, and can spoil another thread's stack.
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 

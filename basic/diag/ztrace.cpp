@@ -42,7 +42,7 @@ void Zel_TraceSetSourceInfo(const char* file, int line) {
 }
 
 void Zel_Trace(const char* format, ...) {
-    if (!g_isTracing) return;
+    if (!g_isTracing || !format) return;
     std::FILE* const stream = g_traceStream ? g_traceStream : stdout;
     if (g_pendingFile) {
         std::fprintf(stream, "%s [%d]: ", g_pendingFile, g_pendingLine);

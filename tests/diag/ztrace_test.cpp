@@ -52,9 +52,11 @@ std::string debuggerOutput(const std::string& name) {
 
 CHILD_MAIN(trace) {
     Zel_TraceSetSourceInfo("main", 7);
+    const char* const nothing = nullptr;
     Zel_Trace("lost: tracing is off");
     Zel_EnableTracing(true);
-    Zel_Trace("n=%d %s", 1, "x");
+    Zel_Trace(nothing);
+    Zel_Trace("n=%d %s %zu %lld", 1, "x", sizeof(short), 5'000'000'000LL);
     Zel_Trace("no prefix");
 
     std::FILE* const file = std::fopen(argv[1], "wt");
@@ -80,7 +82,7 @@ TEST(Trace, WritesLinesWithAOneShotPrefixWhileEnabled) {
     const TempDir directory;
     const ChildResult result = runChild("trace", {directory.path("trace.txt")});
     EXPECT_EQ(result.out,
-              "main [7]: n=1 x\n"
+              "main [7]: n=1 x 2 5000000000\n"
               "no prefix\n"
               "flushed: 20009\n"  // with CR LF
               "flushed: 20022\n"  // and what the caller wrote

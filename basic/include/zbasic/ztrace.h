@@ -7,9 +7,19 @@
 
 #include "zbasic/zexport.h"
 
+// Lets the compiler check arguments against a format as this library reads it.
+#if defined(__GNUC__) && defined(_WIN32) && !defined(__clang__)
+#define ZBASIC_PRINTF_LIKE __attribute__((format(gnu_printf, 1, 2)))
+#elif defined(__GNUC__)
+#define ZBASIC_PRINTF_LIKE __attribute__((format(printf, 1, 2)))
+#else
+#define ZBASIC_PRINTF_LIKE
+#endif
+
 // All of it is process-wide state without locks: set it up on the main thread.
-// Boxes run on the calling thread and are task-modal. Nothing here throws, ends
-// the process (but for a debugger break without a debugger) or reports further.
+// Boxes run on the calling thread and are task-modal. Nothing here throws (but for
+// `std::bad_alloc` where a text is put together: debug output, boxes and dumps),
+// ends the process (but for a debugger break without a debugger) or reports further.
 // Texts may be of any length; a null text in a message shows as "(null)".
 
 extern "C" {
@@ -28,8 +38,9 @@ ZBASIC_API void Zel_TraceSetHandle(std::FILE* stream);
 // the prefix stays pending.
 ZBASIC_API void Zel_TraceSetSourceInfo(const char* file, int line);
 
-// Writes one line in `printf`'s format, adds the line end and flushes.
-ZBASIC_API void Zel_Trace(const char* format, ...);
+// Writes one line in `printf`'s format (ISO C: "%zu", "%lld"), adds the line end
+// and flushes. A null format does nothing, and the prefix stays pending.
+ZBASIC_API void Zel_Trace(const char* format, ...) ZBASIC_PRINTF_LIKE;
 
 // A counter kept for callers; trace lines are not indented by it.
 ZBASIC_API void Zel_IncTraceCounter();
