@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -21,8 +23,33 @@ constexpr int kMaxAttempts = 1000;
 constexpr auto kContent = static_cast<MINIDUMP_TYPE>(MiniDumpNormal | MiniDumpWithThreadInfo |
                                                      MiniDumpWithUnloadedModules);
 
-std::mutex g_mutex;  // the debug-help library is made for one thread at a time
-int g_count = 0;     // of names tried in this process
+constexpr std::chrono::seconds kMaxWait(60);
+
+std::timed_mutex g_mutex;         // the debug-help library is made for one thread at a time
+std::atomic<DWORD> g_writer = 0;  // the thread that has it; 0 is no thread's number
+int g_count = 0;                  // of names tried in this process
+
+// The right to write. A process that fails must not hang for it: neither on a thread that will
+// never end, nor on itself, when writing fails and the handler of that wants a dump as well.
+// (No thread-local flag: the run time takes memory for one, and the heap may be what is broken.)
+class Turn {
+public:
+    Turn() : m_isOurs(g_writer != ::GetCurrentThreadId() && g_mutex.try_lock_for(kMaxWait)) {
+        if (m_isOurs) g_writer = ::GetCurrentThreadId();
+    }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+    ~Turn() {
+        if (!m_isOurs) return;
+        g_writer = 0;
+        g_mutex.unlock();
+    }
+
+    explicit operator bool() const { return m_isOurs; }
+
+private:
+    const bool m_isOurs;
+};
 
 std::string fileNameOf(std::string_view path) {
     return std::string(path.substr(path.find_last_of("\\/:") + 1));
@@ -112,7 +139,8 @@ DumpFile createDumpFile(const char* source, unsigned long line) {
 }  // namespace
 
 DumpEC Fct_CreateMiniDump(const char* file, unsigned long line) {
-    const std::lock_guard lock(g_mutex);
+    const Turn turn;
+    if (!turn) return kDumpNotWritten;
     const DebugHelp help;
     if (!help) return kDumpNoHelper;
     DumpFile dump = createDumpFile(file, line);

@@ -10,6 +10,8 @@
 #include "support/temp_dir.h"
 #include "zbasic/ztrace.h"
 
+#include <windows.h>
+
 namespace {
 
 ChildOptions temporaryFilesIn(const std::string& directory) {
@@ -65,4 +67,22 @@ TEST(MiniDump, SaysWhenThereIsNoPlaceForAFile) {
     const ChildOptions nowhere = temporaryFilesIn(directory.path("missing"));
     EXPECT_EQ(runChild("dumpStatus", {}, nowhere).exitCode,
               static_cast<unsigned long>(kDumpNoFile));
+}
+
+// As the handler of a failing program does, which knows nothing of what failed.
+LONG CALLBACK dumpTheFailure(EXCEPTION_POINTERS*) {
+    ::ExitProcess(static_cast<UINT>(Fct_CreateMiniDump("handler.cpp", 1)));
+}
+
+CHILD_MAIN(dumpInsideADump) {
+    ::AddVectoredExceptionHandler(1, dumpTheFailure);
+    return Fct_CreateMiniDump(reinterpret_cast<const char*>(16), 1) + 90;  // no memory there
+}
+
+TEST(MiniDump, DoesNotWaitForItself) {
+    const TempDir directory;
+    const ChildOptions options = temporaryFilesIn(directory.root().string());
+    EXPECT_EQ(runChild("dumpInsideADump", {}, options).exitCode,
+              static_cast<unsigned long>(kDumpNotWritten));
+    EXPECT_TRUE(filesIn(directory).empty());
 }

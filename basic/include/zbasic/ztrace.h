@@ -96,13 +96,15 @@ enum DumpEC : std::int32_t {
     kDumpWritten = 0,
     kDumpNoHelper = 1,   // the system's debug-help library cannot be used
     kDumpNoFile = 2,     // no file can be made in the directory for temporary files
-    kDumpNotWritten = 3  // writing failed; the file is removed
+    kDumpNotWritten = 3  // writing failed, the file is removed; or it was not our turn
 };
 
 // Writes a minidump of this process into the directory for temporary files. Its
 // name says program, local time, source file and line, process id and a running
 // number: "host_20240131_235959_zapp.cpp_17_4711_1.dmp". No dump ever replaces
-// another. May be called by several threads; they wait for each other.
+// another. May be called by several threads: they wait for each other, a minute at
+// most, and give up with `kDumpNotWritten`. So does at once a thread that fails
+// while it writes a dump and is to write another one about that.
 ZBASIC_API DumpEC Fct_CreateMiniDump(const char* file, unsigned long line);
 
 }  // extern "C"
