@@ -29,9 +29,16 @@ constexpr unsigned long kBrokeIntoDebugger = 0x80000003UL;
 void print(const BoxWatcher& watcher) {
     for (const SeenBox& box : watcher.seen()) {
         std::printf("<%s>\n%s\n", box.caption.c_str(), box.text.c_str());
+        if (!box.hasErrorIcon) std::printf("(no error icon)");
         for (const std::string& button : box.buttons) std::printf("[%s]", button.c_str());
         std::printf("\n");
     }
+}
+
+// The application window, with the option "window".
+std::optional<SV::MDIFrame> openWindow() {
+    if (!ZelCmdline::Instance().isFlag("window")) return std::nullopt;
+    return std::optional<SV::MDIFrame>(std::in_place, "The program");
 }
 
 // A child process, and the dumps that it leaves behind.
@@ -134,16 +141,13 @@ TEST(InternalError, NeedsAnApplication) {
 CHILD_MAIN(error) {
     ZelCmdline::init(argc, argv, true, "");
     SV::Application application;
-    const SV::ResMgr texts("test_texts.dll");
+    const bool isPlain = ZelCmdline::Instance().isFlag("plain");
+    const SV::ResMgr texts(isPlain ? "test_plaintext.dll" : "test_texts.dll");
     SV::Application::SetModalDialogSuppression(ZelCmdline::Instance().modalDialogSuppression());
     const BoxWatcher watcher(ZelCmdline::Instance().isFlag("cancel") ? IDCANCEL : IDOK);
     application.Wait(ZelCmdline::Instance().isFlag("busy"));
-    if (ZelCmdline::Instance().isFlag("window")) {
-        const SV::MDIFrame frame("The program");
-        displayErrorMessage("GRID.cxx", 5);
-    } else {
-        displayErrorMessage("GRID.cxx", 5);
-    }
+    const auto window = openWindow();
+    displayErrorMessage("GRID.cxx", 5);
     print(watcher);
     std::printf("busy: %d\n", application.IsWait());
     return 0;
@@ -164,6 +168,9 @@ const ErrorCase kErrors[] = {
     {"with a window; who was busy stays so",
      {"-window", "-busy"},
      "<The program>\nFault grid-5 [1.8.0.230922] (not %s).\n[OK]\nbusy: 1\n"},
+    {"a text without a place for the code",
+     {"-plain"},
+     "<Unexpected program failure>\nA fault, 100%.\n[OK]\nbusy: 0\n"},
     {"release assertions offer to debug",
      {"-assert"},
      "<Unexpected program failure>\nFault grid-5 [1.8.0.230922] (not %s).\n\n"
@@ -185,6 +192,27 @@ TEST(InternalError, IsShownDumpedAndWrittenToTheDebugOutput) {
         ASSERT_EQ(dumps.size(), 1U);
         EXPECT_NE(dumps[0].find("_GRID.cxx_5_"), std::string::npos) << dumps[0];
     }
+}
+
+CHILD_MAIN(errorBehindAnotherWindow) {
+    ZelCmdline::init(argc, argv, true, "");
+    const SV::Application application;
+    SV::MDIFrame frame("The program");
+    frame.Show();
+    const HWND other = ::CreateWindowExA(0, "STATIC", "another", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                         0, 0, 200, 100, nullptr, nullptr, nullptr, nullptr);
+    ::SetForegroundWindow(other);
+    std::printf("behind: %d\n", ::GetForegroundWindow() == other);
+    SV::Application::SetModalDialogSuppression(true);
+    displayErrorMessage("GRID.cxx", 5);
+    std::printf("in front: %d\n", ::GetForegroundWindow() == frame.GetHandle());
+    ::DestroyWindow(other);
+    return 0;
+}
+
+TEST(InternalError, BringsTheApplicationWindowToTheFront) {
+    EXPECT_EQ(runAndCountDumps("errorBehindAnotherWindow", {}, {}, Dumps::kNoPlace).result.out,
+              "behind: 1\nin front: 1\n");
 }
 
 CHILD_MAIN(errorNames) {
@@ -211,6 +239,7 @@ CHILD_MAIN(deadNet) {
     SV::Application::SetModalDialogSuppression(ZelCmdline::Instance().modalDialogSuppression());
     SV::Application::SetModalDialogSuppressionLogfileName(ZelCmdline::Instance().getValue("log"));
     const BoxWatcher watcher(ZelCmdline::Instance().isFlag("cancel") ? IDCANCEL : IDOK);
+    const auto window = openWindow();
     Zel_SetDeadNet(true);
     displayErrorMessage("GRID.cxx", 5);
     displayErrorMessage("GRID.cxx", 6);
@@ -221,6 +250,7 @@ CHILD_MAIN(deadNet) {
 
 const ErrorCase kDeadNets[] = {
     {"shown once", {}, "<Unexpected program failure>\nThe line is dead.\n[OK]\n"},
+    {"with a window", {"-window"}, "<The program>\nThe line is dead.\n[OK]\n"},
     {"release assertions offer to debug",
      {"-assert"},
      "<Unexpected program failure>\nThe line is dead.\n\n Press Cancel to debug!\n[OK][Cancel]\n"},
@@ -260,6 +290,7 @@ CHILD_MAIN(exitNotice) {
     SV::Application::SetModalDialogSuppression(ZelCmdline::Instance().modalDialogSuppression());
     SV::Application::SetModalDialogSuppressionLogfileName(ZelCmdline::Instance().getValue("log"));
     const BoxWatcher watcher(ZelCmdline::Instance().isFlag("cancel") ? IDCANCEL : IDOK);
+    const auto window = openWindow();
     displayExitMessage();
     displayExitMessage();
     print(watcher);
@@ -271,6 +302,9 @@ const ErrorCase kExits[] = {
     {"shown once with release assertions",
      {"-assert"},
      "<Unexpected program failure>\n--- E X I T ---\n\nPress Cancel to debug.\n[OK][Cancel]\n"},
+    {"with a window",
+     {"-assert", "-window"},
+     "<The program>\n--- E X I T ---\n\nPress Cancel to debug.\n[OK][Cancel]\n"},
     {"accepted", {"-assert", "-cancel"}, "", kBrokeIntoDebugger},
     {"suppressed", {"-no_dialogs", "-assert"}, ""},
 };

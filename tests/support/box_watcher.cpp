@@ -20,6 +20,12 @@ std::string textOf(HWND window) {
     return text;
 }
 
+bool isErrorIcon(HWND window) {
+    DWORD_PTR icon = 0;  // the system's icons are shared: equal handles
+    ::SendMessageTimeoutA(window, STM_GETICON, 0, 0, SMTO_ABORTIFHUNG, 1000, &icon);
+    return icon == reinterpret_cast<DWORD_PTR>(::LoadIconA(nullptr, IDI_ERROR));
+}
+
 SeenBox describe(HWND box) {
     SeenBox seen;
     seen.caption = textOf(box);
@@ -31,6 +37,8 @@ SeenBox describe(HWND box) {
             seen.text = textOf(child);
         } else if (isShown && std::string_view(className) == "Button") {
             seen.buttons.push_back(textOf(child));
+        } else if (isShown && isErrorIcon(child)) {
+            seen.hasErrorIcon = true;
         }
     }
     return seen;

@@ -14,6 +14,7 @@ struct SeenBox {
     std::string caption;
     std::string text;
     std::vector<std::string> buttons;  // from left to right
+    bool hasErrorIcon = false;
 };
 
 // While it lives, every message box that a process opens is noted and then closed
