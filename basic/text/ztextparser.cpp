@@ -7,8 +7,8 @@
 #include <cstring>
 #include <typeinfo>
 
+#include "diag/comparetext.h"
 #include "text/bytescan.h"
-#include "text/comparetext.h"
 
 namespace {
 

@@ -5,7 +5,8 @@
 #include <cstdio>
 #include <string_view>
 
-#include "text/comparetext.h"
+#include "diag/comparetext.h"
+#include "sv/path.h"
 #include "text/ztools_sys.h"
 
 namespace {
@@ -70,12 +71,6 @@ bool isValidRest(std::string_view path, int colonsAllowed) {
     return !beginsWithDevice(path) && hasValidCharacters(path, colonsAllowed);
 }
 
-bool isAbsolute(std::string_view path) {
-    if (path.empty()) return false;
-    if (isSeparator(path[0])) return true;
-    return path.size() >= 3 && isAsciiLetter(path[0]) && path[1] == ':' && isSeparator(path[2]);
-}
-
 }  // namespace
 
 SV::String Zel_MaskCSV(const SV::String& field) {
@@ -129,12 +124,12 @@ bool Zel_FileExists(const char* path) {
 }
 
 SV::String Zel_GetProgramPath(bool withSeparator) {
-    SV::String path = programDirectory();
+    SV::String path = SV::GetProgramDirectory();
     if (!withSeparator) path.erase(path.size() - 1);
     return path;
 }
 
 SV::String Zel_GetProgramPathFilename(const SV::String& name) {
-    if (isAbsolute(name) || !Zel_Valid_Filename(name.c_str())) return name;
+    if (SV::IsAbsolutePath(name) || !Zel_Valid_Filename(name.c_str())) return name;
     return Zel_GetProgramPath(true) + name;
 }

@@ -1,11 +1,4 @@
-#include <filesystem>
-
 #include "text/ztools_sys.h"
-
-SV::String programDirectory() {
-    const auto program = std::filesystem::read_symlink("/proc/self/exe");
-    return SV::String(program.parent_path().string() + "/");
-}
 
 // Of code page 1252, which the others resemble enough for this machine's programs.
 char16_t codePageCharacter(char byte) {

@@ -1,9 +1,6 @@
-#include "sv/path.h"
 #include "text/ztools_sys.h"
 
 #include <windows.h>
-
-SV::String programDirectory() { return SV::GetProgramDirectory(); }
 
 char16_t codePageCharacter(char byte) {
     wchar_t character = 0;

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "diag/comparetext.h"
 #include "diag/format.h"
 #include "sv/path.h"
 #include "time/localeitem.h"
@@ -29,17 +30,11 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 
 bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-bool equalsIgnoringCase(const SV::String& a, const SV::String& b) {
-    return ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a.data(),
-                            static_cast<int>(a.size()), b.data(),
-                            static_cast<int>(b.size())) == CSTR_EQUAL;
-}
-
 // The first available language whose locale item is `value`; 0 when there is none.
 std::uint16_t findLanguage(unsigned long item, const SV::String& value) {
     if (value.empty()) return 0;
     for (const std::uint16_t id : ZelInternational::GetAvailableLanguages()) {
-        if (equalsIgnoringCase(localeItem(id, item), value)) return id;
+        if (isEqualIgnoringCase(localeItem(id, item), value)) return id;
     }
     return 0;
 }

@@ -1,4 +1,4 @@
-#include "text/comparetext.h"
+#include "diag/comparetext.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "text/comparetext.h"
+#include "diag/comparetext.h"
 
 namespace {
 
