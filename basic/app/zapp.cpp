@@ -6,8 +6,9 @@
 
 #include "app/console.h"
 #include "app/screen.h"
-#include "sv/resource.h"
 #include "diag/librarytext.h"
+#include "sv/resource.h"
+#include "time/buttontexts.h"
 #include "zbasic/zcmdline.h"
 #include "zbasic/zevent.h"
 #include "zbasic/zgui.h"
@@ -21,9 +22,6 @@
 namespace {
 
 constexpr std::uint32_t kDefaultCharSetText = 10507;
-constexpr std::uint32_t kOkText = 10530;
-constexpr std::uint32_t kCancelText = 10531;
-constexpr std::uint32_t kHelpText = 10532;
 
 constexpr int kMinFontHeight = 4;
 constexpr int kMaxFontHeight = 48;
@@ -163,7 +161,8 @@ bool isDealtWith(long code) {
         return next != nullptr;
     }
     // Another file will be tried, or a box of its own shown.
-    return code == SV::Application::kResourceFileFailed && ZelInternational::isLoadingResourceFile();
+    return code == SV::Application::kResourceFileFailed &&
+           ZelInternational::isLoadingResourceFile();
 }
 
 void reportAndLeave(const SV::String& name, long code, unsigned long detail) {
@@ -205,11 +204,7 @@ void ZelApplicationInterface::_beforeMain2() {
         font.ChangeCharSet(SV::h_atoi(charSet));
         application->ChangeAppFont(font);
     }
-    SV::International settings;
-    settings.ChangeOKText(libraryText(kOkText));
-    settings.ChangeCancelText(libraryText(kCancelText));
-    settings.ChangeHelpText(libraryText(kHelpText));
-    application->ChangeAppInternational(settings);
+    application->ChangeAppInternational(withButtonTexts(SV::International()));
 }
 
 void ZelApplicationInterface::_afterMain(int status) {

@@ -117,7 +117,9 @@ void ZelInternational::SetCurrentLanguageID(std::uint16_t id) {
     ZelDebugOut(formatted("[locale] Changing default language to %d (%s)\n", GetCurrentLanguageID(),
                           GetNativeLanguageName().c_str())
                     .c_str());
-    // The files before the buttons: the buttons' texts come from them.
+    // Callers know the buttons to be set before the files are; only behind these are their
+    // texts those of the new language.
+    aInstance.updateApplicationTexts();
     updateResourceManagers();
     aInstance.updateApplicationTexts();
     if (!aInstance.m_toolName.empty()) switchHelpObject(aInstance.m_toolName);

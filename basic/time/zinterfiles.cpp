@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "diag/format.h"
-#include "diag/librarytext.h"
 #include "sv/application.h"
 #include "sv/path.h"
+#include "time/buttontexts.h"
 #include "zbasic/zinter.h"
 #include "zbasic/ztrace.h"
 
@@ -18,10 +18,6 @@ namespace {
 constexpr int kVersion = 18;
 constexpr char kVersionAndExtension[] = "18.dll";
 constexpr std::size_t kNameLimit = 258;
-
-constexpr std::uint32_t kOKText = 10530;
-constexpr std::uint32_t kCancelText = 10531;
-constexpr std::uint32_t kHelpText = 10532;
 
 constexpr char kFailureCaption[] = "Zelkit: error loading resource file";
 constexpr unsigned kFailureStyle = MB_ICONERROR | MB_TASKMODAL | MB_TOPMOST;
@@ -51,12 +47,8 @@ void tellFailure(const SV::String& fileName) {
                   fileName.c_str(), language.c_str());
     constexpr char kAdvice[] = "Please change your language selection.";
     ZelDebugOut(formatted("[locale] %s         %s", what.c_str(), kAdvice).c_str());
-    const SV::String text = what + kAdvice;
-    if (!SV::Application::IsModalDialogSuppression()) {
-        SV::ShowMessageBox(nullptr, text, kFailureCaption, kFailureStyle);
-    } else if (!SV::Application::GetModalDialogSuppressionLogfileName().empty()) {
-        SV::Application::ModalDialogSuppressionLog(text);
-    }
+    // Even when modal dialogs are suppressed: the program runs with texts missing.
+    SV::ShowMessageBox(nullptr, what + kAdvice, kFailureCaption, kFailureStyle);
 }
 
 // The base name in a name of a resource file.
@@ -152,11 +144,7 @@ void ZelInternational::DeleteResMgrs() {
 void ZelInternational::updateApplicationTexts() {
     SV::Application* const application = SV::GetpApp();
     if (!application) return;
-    SV::International settings = application->GetAppInternational();
-    settings.ChangeOKText(libraryText(kOKText));
-    settings.ChangeCancelText(libraryText(kCancelText));
-    settings.ChangeHelpText(libraryText(kHelpText));
-    application->ChangeAppInternational(settings);
+    application->ChangeAppInternational(withButtonTexts(application->GetAppInternational()));
 }
 
 void ZelInternational::switchHelpObject(const SV::String& toolName) {

@@ -41,11 +41,11 @@ public:
     static std::uint16_t GetCurrentLanguageID();
     static std::uint16_t GetCurrentWindowsLocaleID();  // the same number
 
-    // Makes `id` the current language: loads every resource file anew for it, puts
-    // its texts on the application's standard buttons, and selects the help file
-    // of the tool last named to `switchHelpObject`. Any number is taken; languages
-    // without files of their own have those beside the program. 0 goes back to the
-    // default language.
+    // Makes `id` the current language: sets the texts of the application's standard
+    // buttons, loads every resource file anew, sets those texts again, now in the new
+    // language, and selects the help file of the tool last named to
+    // `switchHelpObject`. Any number is taken; languages without files of their own
+    // have those beside the program. 0 goes back to the default language.
     static void SetCurrentLanguageID(std::uint16_t id);
 
     // About the current language, in the process code page; empty for an id that
@@ -72,8 +72,8 @@ public:
 
     // Loads one resource file, or the fall-back when it cannot be loaded. The
     // first one of all becomes the current one of `SV::Resource`.
-    // False when both fail: then a box tells the user, or the log file of
-    // suppressed dialogs where these are suppressed.
+    // False when both fail: then a box tells the user. The message is shown even when
+    // modal dialogs are suppressed.
     static bool createResourceManager(const SV::String& baseName, bool withLanguage);
     // Whether such an attempt is running: its failure is no reason to end.
     static bool isLoadingResourceFile();
@@ -87,7 +87,8 @@ public:
     // The file behind the current one of `SV::Resource`, for a search through all;
     // null behind the last, or when the current one is none of them.
     static SV::ResMgr* getNextResMgr();
-    // Unloads all files.
+    // Unloads all files. The next one that is loaded becomes the current one of
+    // `SV::Resource` again.
     static void DeleteResMgrs();
 
     // Has the application's help use "help\<language>\<tool>.chm", or "<tool>.chm"
