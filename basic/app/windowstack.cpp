@@ -7,7 +7,8 @@
 namespace {
 
 std::vector<SV::Window*>& stack() {
-    static std::vector<SV::Window*> windows;
+    // Never destroyed: work at process exit may still ask.
+    static std::vector<SV::Window*>& windows = *new std::vector<SV::Window*>;
     return windows;
 }
 

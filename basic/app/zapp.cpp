@@ -34,7 +34,8 @@ std::FILE* g_traceFile = nullptr;
 bool g_isHandlingException = false;  // a plain flag: it guards against re-entry, not threads
 
 SV::String& startDirectory() {
-    static SV::String directory;
+    // Never destroyed: work at process exit may still ask.
+    static SV::String& directory = *new SV::String;
     return directory;
 }
 

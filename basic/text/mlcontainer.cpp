@@ -20,7 +20,8 @@ int positionOf(std::string_view part, std::string_view text) {
 }  // namespace
 
 ZelLanguageContainer& ZelLanguageContainer::Instance() {
-    static ZelLanguageContainer container;
+    // Never destroyed: work at process exit may still ask.
+    static ZelLanguageContainer& container = *new ZelLanguageContainer;
     return container;
 }
 
