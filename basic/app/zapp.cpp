@@ -5,7 +5,6 @@
 #include <string>
 
 #include "app/console.h"
-#include "app/screen.h"
 #include "diag/librarytext.h"
 #include "sv/resource.h"
 #include "time/buttontexts.h"

@@ -120,6 +120,7 @@ public:
 private:
     void fill() const {
         const RECT inner = {1, 1, m_client.right - 1, m_client.bottom - 1};
+        // An RGB value: `SV::Color` holds no palette entry that would have to be resolved.
         const SV::Color color = ZelThemeManager::Instance().GetColor(ZelThemeManager::kWorkspace);
         const HBRUSH brush = ::CreateSolidBrush(color.GetRef());
         ::FillRect(m_device, &inner, brush);

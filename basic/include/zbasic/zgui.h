@@ -1,4 +1,4 @@
-// GUI support: the theme's colours, mixing of colours, and the parent windows of boxes.
+// GUI support: colours, the scale of the screen, and the parent windows of boxes.
 
 #pragma once
 
@@ -41,6 +41,13 @@ public:
     // `source` blended over `target`: `weight` (0 to 1) of the one, the rest of the other.
     static SV::Color srcOver(SV::Color source, SV::Color target, double weight);
 };
+
+// Whether the system is Windows Vista (6.0) or later, which brings the newer default font.
+ZBASIC_API bool Zel_IsAtLeastWindowsVista();
+
+// The screen's vertical dots per inch as a multiple of 96: 1.25 for 120. Asked for by the
+// first call and kept for the life of the process. Any thread may ask.
+ZBASIC_API double Zel_GetSystemDPIScaleY();
 
 // The stack of windows that own the modal boxes of the moment; the one on top owns the
 // next box. Each change triggers the event "ZelWindowStackChanged" with the depth and

@@ -1,4 +1,4 @@
-#include "app/screen.h"
+#include "zbasic/zgui.h"
 
 #include <windows.h>
 
