@@ -124,7 +124,7 @@ private:
 // Reading failures look like the end of the input.
 class ZBASIC_API ZelTextParser : public ZelObject {
 public:
-    static constexpr int kCommaIsDelimiter = 1;  // flag: "," is a token of its own
+    enum Flag : int { kCommaIsDelimiter = 1 };  // "," is a token of its own
 
     // Takes over the reader: calls its `Init`, at the end its `Done`, and deletes it.
     explicit ZelTextParser(ZelLineReader* reader, int flags = 0);
