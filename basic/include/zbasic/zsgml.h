@@ -53,6 +53,7 @@ public:
     static bool SetCharacterMap(std::istream* mapping);
 
     // The language of the map; "DEFAULT" for the built-in one, "" before any was loaded.
+    // Valid until the next `SetCharacterMap`.
     static const char* GetLanguage();
 
     static void SetExportFileType(ZelExportFileType type);
