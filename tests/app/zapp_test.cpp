@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -144,16 +145,17 @@ TEST(ZelApp, SettingsComeFromTheCommandLine) {
     // One pixel a point: the virtual screen has 96 dots an inch.
     const Case cases[] = {
         {"", "font Segoe UI 12 charset 1 color 20/21"},
-        {"-h3", "font Segoe UI 12"},
-        {"-h4", "font Segoe UI 4"},
-        {"-h48", "font Segoe UI 48"},
-        {"-h49", "font Segoe UI 12"},
-        {"-fArial", "font Arial 12"},
-        {"-charset238", "charset 238"},
+        {"-h3", "font Segoe UI 12 charset"},
+        {"-h4", "font Segoe UI 4 charset"},
+        {"-h48", "font Segoe UI 48 charset"},
+        {"-h49", "font Segoe UI 12 charset"},
+        {"-fArial", "font Arial 12 charset"},
+        {"-charset238", "charset 238 color"},
         {"-lang1031", "language 1031"},
         {"-lang0", "language 1033"},
         {"-langGerman", "language 1031"},
         {"-langDeutsch", "language 1031"},
+        {"-langDeutschland", "language 1031"},
         {"-langde", "language 1031"},
         {"-langKlingon", "language 1033"},
         {"-lang1031", "buttons OK Abbrechen Hilfe"},
@@ -241,6 +243,63 @@ TEST(ZelApp, AFatalFailureIsShownAndDumped) {
     }
 }
 
+namespace {
+
+std::optional<BoxWatcher> g_watcher;
+
+// Raises a second failure as soon as the box of the first is shown, and only then has boxes
+// answered.
+void CALLBACK raiseSecond(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND box = ::FindWindowA("#32770", "tester");
+    DWORD process = 0;
+    if (!box || !::IsWindowVisible(box)) return;
+    ::GetWindowThreadProcessId(box, &process);
+    if (process != ::GetCurrentProcessId()) return;
+    ::KillTimer(nullptr, timer);
+    g_watcher.emplace(IDOK);
+    const SV::Window* const top = Zel_GetTopParentWindow();
+    std::printf("owned %d\n", ::GetWindow(box, GW_OWNER) == (top ? top->GetHandle() : nullptr));
+    auto* const application = static_cast<SpeakingApplication*>(SV::GetpApp());
+    std::printf("second %d\n", application->_handleException(512, 2));
+}
+
+}  // namespace
+
+CHILD_MAIN(appSecondException) {
+    return runApplication(argc, argv, [](SpeakingApplication& application) {
+        SV::MDIFrame lower("lower"), upper("upper");
+        if (ZelCmdline::Instance().getInt("windows") != 0) {
+            Zel_PushParentWindow(&lower);
+            Zel_PushParentWindow(&upper);
+        }
+        ::SetTimer(nullptr, 0, USER_TIMER_MINIMUM, raiseSecond);
+        std::printf("first %d\n", application._handleException(512, 1));
+        for (const SeenBox& box : g_watcher->seen()) {
+            std::printf("%s\n", box.text.substr(0, box.text.find("\n\n")).c_str());
+        }
+        // Over: the next one is handled again.
+        std::printf("next %d\n", application._handleException(512, 3));
+        std::printf("boxes %zu\n", g_watcher->seen().size());
+        g_watcher.reset();
+    });
+}
+
+TEST(ZelApp, AFailureWhileAnotherIsShownIsNotHandled) {
+    const TempDir dir;
+    const std::string missing = dir.path("missing");  // no dump, which takes seconds
+    for (const char* windows : {"-windows0", "-windows1"}) {
+        SCOPED_TRACE(windows);
+        const ChildResult result =
+            runChild("appSecondException", {windows}, {"", {"TEMP=" + missing, "TMP=" + missing}});
+        EXPECT_NE(result.out.find("owned 1\nsecond 0\nexit: exception (minidump), after main 0\n"
+                                  "first 0\n[tester-10002]\nSystem object (e.g. window) could not "
+                                  "be created.\nError code: 1\n"
+                                  "exit: exception (minidump), after main 0\nnext 0\nboxes 2\n"),
+                  std::string::npos)
+            << result.out;
+    }
+}
+
 CHILD_MAIN(appNextManager) {
     return runApplication(argc, argv, [](SpeakingApplication& application) {
         application.createResourceManager("zbasic", true);  // besides that of the start
@@ -323,6 +382,103 @@ TEST(ZelApp, TheDynamicConsoleShowsWhatGoesOn) {
               "601\n"
               "[zel] Application shutdown event recognized\n"
               "599\n");
+}
+
+namespace {
+
+// Notes every event of one type as a line of text.
+class NotingListener : public ZelEventListener {
+public:
+    NotingListener(ZelEventType type, std::string (*describe)(ZelEvent*)) : m_describe(describe) {
+        setEventHandler(
+            type, static_cast<void (ZelEventListener::*)(ZelEvent*)>(&NotingListener::onEvent),
+            100);
+    }
+    void onEvent(ZelEvent* event) { seen.push_back(m_describe(event)); }
+
+    std::vector<std::string> seen;
+
+private:
+    std::string (*m_describe)(ZelEvent*);
+};
+
+// Another colour of the system's behind MDI windows, for as long as it lives.
+class OtherWorkspaceColor {
+public:
+    explicit OtherWorkspaceColor(COLORREF color) : m_before(::GetSysColor(COLOR_APPWORKSPACE)) {
+        set(color);
+    }
+    OtherWorkspaceColor(const OtherWorkspaceColor&) = delete;
+    OtherWorkspaceColor& operator=(const OtherWorkspaceColor&) = delete;
+    ~OtherWorkspaceColor() { set(m_before); }
+
+private:
+    static void set(COLORREF color) {
+        const int item = COLOR_APPWORKSPACE;
+        ::SetSysColors(1, &item, &color);
+    }
+
+    const COLORREF m_before;
+};
+
+}  // namespace
+
+TEST(ZelApp, TellsEverybodyOfChangedSettings) {
+    SpeakingApplication application;
+    const ZelThemeManager& theme = ZelThemeManager::Instance();
+    const NotingListener listener(ZelEvent_SystemSettingsChanged, [](ZelEvent* event) {
+        const auto* const change = static_cast<ZelSystemSettingsChangedEvent*>(event);
+        return std::to_string(static_cast<int>(change->GetChangeType())) + " " +
+               std::to_string(
+                   ZelThemeManager::Instance().GetColor(ZelThemeManager::kWorkspace).GetRef());
+    });
+    const std::string before = std::to_string(theme.GetColor(ZelThemeManager::kWorkspace).GetRef());
+    {
+        const OtherWorkspaceColor color(RGB(1, 2, 3));
+        for (const int type : {1, 3, 77, 4}) {
+            application.SysChange(static_cast<SV::SysChangeType>(type));
+        }
+    }
+    application.SysChange(SV::SysChangeType::kVisualStyle);
+    const std::string changed = std::to_string(RGB(1, 2, 3));
+    // Only the fourth one is about the visual style, and the theme knows of it first.
+    EXPECT_EQ(listener.seen, (std::vector<std::string>{"1 " + before, "3 " + before, "77 " + before,
+                                                       "4 " + changed, "4 " + before}));
+}
+
+TEST(ZelWindowStack, AnnouncesEachChange) {
+    const NotingListener listener(ZelEvent_ZelWindowStackChanged, [](ZelEvent* event) {
+        const auto* const change = static_cast<ZelWindowStackChangedEvent*>(event);
+        return (change->IsAdded() ? "+" : "-") + std::to_string(change->GetNumber()) + " " +
+               change->GetText().c_str();
+    });
+    SpeakingApplication application;
+    SV::MDIFrame lower("lower"), upper("upper");
+    EXPECT_EQ(Zel_GetTopParentWindow(), nullptr);
+    Zel_PopParentWindow();
+    EXPECT_TRUE(listener.seen.empty()) << "nothing happens to an empty stack";
+
+    Zel_PushParentWindow(&lower);
+    Zel_PushParentWindow(&upper);
+    EXPECT_EQ(Zel_GetTopParentWindow(), &upper);
+    Zel_PushParentWindow(nullptr);
+    EXPECT_EQ(Zel_GetTopParentWindow(), nullptr);
+    Zel_PopParentWindow();
+    EXPECT_EQ(Zel_GetTopParentWindow(), &upper);
+    Zel_PopParentWindow();
+    EXPECT_EQ(Zel_GetTopParentWindow(), &lower);
+    Zel_PopParentWindow();
+    Zel_PopParentWindow();
+    EXPECT_EQ(Zel_GetTopParentWindow(), nullptr);
+    EXPECT_EQ(listener.seen, (std::vector<std::string>{"+1 lower", "+2 upper", "+3 ", "-2 ",
+                                                       "-1 upper", "-0 lower"}));
+}
+
+TEST(ZelScreen, AnswersForDefaultFonts) {
+    EXPECT_TRUE(Zel_IsAtLeastWindowsVista());
+    const HDC screen = ::GetDC(nullptr);
+    EXPECT_EQ(Zel_GetSystemDPIScaleY() * 96, ::GetDeviceCaps(screen, LOGPIXELSY));
+    ::ReleaseDC(nullptr, screen);
 }
 
 namespace {
