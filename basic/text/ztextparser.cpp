@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cctype>
 #include <cstring>
 #include <typeinfo>
 
@@ -12,7 +13,7 @@
 
 namespace {
 
-// The standard classification in the "C" locale, whatever locale the host has set.
+// The standard classification of the bytes up to 127, which is that of every locale.
 
 __m128i isSpace(__m128i bytes) {
     return _mm_or_si128(isInRange(bytes, '\t', '\r'), isByte(bytes, ' '));
@@ -44,6 +45,18 @@ ClassBits classify(const char* at, char delimiter) {
     return bits;
 }
 
+// One bit for each of the 64 bytes from `at` on that is above 127.
+std::uint64_t upperBits(const char* at) {
+    std::uint64_t bits = 0;
+    for (int place = 0; place < 64; place += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + place));
+        bits |= std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(bytes))} << place;
+    }
+    return bits;
+}
+
+std::size_t upperIndex(char byte) { return static_cast<unsigned char>(byte) & 0x7Fu; }
+
 std::string_view viewOf(const char* text) { return text ? text : std::string_view(); }
 
 // Whether an odd number of escapes stands before `at`: each second one is escaped itself.
@@ -73,6 +86,7 @@ ZelTextParser::ZelTextParser(ZelLineReader* reader, int flags)
                      ? static_cast<ZelTextFileReader*>(reader)
                      : nullptr),
       m_delimiter(flags & kCommaIsDelimiter ? ',' : '\0') {
+    readUpperHalf();
     if (m_textFile) m_textFile->m_borrower = this;
     takeOwnLine(0);
     m_okay = m_reader && m_reader->Init();
@@ -216,6 +230,7 @@ void ZelTextParser::openChunk() {
         const ClassBits bits = classify(begin, m_delimiter);
         m_spaceBits = bits.spaces;
         m_wordBits = bits.words;
+        if (m_hasUpperHalf) classifyUpperHalf();
     }
     const auto place = static_cast<int>(begin - m_classified);
     const std::uint64_t inLine =
@@ -236,10 +251,33 @@ void ZelTextParser::openChunk() {
     m_lasts = singles | (words & ~(words >> 1));
 }
 
+// Asked once: a host may set another locale while a line is half classified.
+void ZelTextParser::readUpperHalf() {
+    for (int byte = 128; byte < 256; ++byte) {
+        const auto index = static_cast<std::size_t>(byte - 128);
+        m_upperSpaces[index] = std::isspace(byte) != 0;
+        m_upperWords[index] = std::isalnum(byte) != 0;
+    }
+    m_hasUpperHalf = (m_upperSpaces | m_upperWords).any();
+}
+
+void ZelTextParser::classifyUpperHalf() {
+    for (std::uint64_t places = upperBits(m_classified); places != 0; places &= places - 1) {
+        const int place = std::countr_zero(places);
+        const std::size_t index = upperIndex(m_classified[place]);
+        m_spaceBits |= std::uint64_t{m_upperSpaces[index]} << place;
+        m_wordBits |= std::uint64_t{m_upperWords[index]} << place;
+    }
+}
+
+bool ZelTextParser::isUpperWord(char byte) const {
+    return static_cast<unsigned char>(byte) > 127 && m_upperWords[upperIndex(byte)];
+}
+
 const char* ZelTextParser::endOfWord(const char* at) const {
     for (; at != m_lineEnd; ++at) {
         const __m128i byte = _mm_set1_epi8(*at);
-        if (_mm_movemask_epi8(isWord(byte, m_delimiter)) == 0) break;
+        if (_mm_movemask_epi8(isWord(byte, m_delimiter)) == 0 && !isUpperWord(*at)) break;
     }
     return at;
 }

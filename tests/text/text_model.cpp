@@ -1,7 +1,7 @@
 #include "text/text_model.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cctype>
 
 bool ModelReader::getLine(std::string& line) {
     if (m_offset >= m_text.size()) return false;
@@ -97,7 +97,7 @@ bool ModelParser::cut() {
     lookAhead.clear();
     if (line.empty()) readLine();
     for (;;) {
-        while (!line.empty() && std::strchr(" \t\n\v\f\r", line[0])) {
+        while (!line.empty() && std::isspace(static_cast<unsigned char>(line[0]))) {
             spaces += line[0];
             line.erase(0, 1);
         }
@@ -115,6 +115,6 @@ bool ModelParser::cut() {
 
 bool ModelParser::isWord(char c) const {
     if (c == ',') return !isCommaDelimiter;
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '+' ||
-           c == '-' || c == '.' || c == '_';
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '+' || c == '-' || c == '.' ||
+           c == '_';
 }

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -114,11 +115,14 @@ private:
 
 // Cuts the lines of a reader into tokens, with one token of look-ahead.
 //
-// A token is the longest run of ASCII letters, digits, "+", "-", ".", "_" and ","
-// or else one single byte; white space (the six bytes of `isspace` in the "C"
-// locale) only separates. `3.14e+5` and `my_name-2` are one token each, `"x"` is
-// three: there are no rules for quotes and comments, callers read those with
-// `GetUntil` and `SkipUntil`.
+// A token is the longest run of letters, digits, "+", "-", ".", "_" and "," or else
+// one single byte; white space only separates. `3.14e+5` and `my_name-2` are one
+// token each, `"x"` is three: there are no rules for quotes and comments, callers
+// read those with `GetUntil` and `SkipUntil`.
+//
+// Which bytes above 127 are letters or white space is as of the locale (LC_CTYPE) that
+// the host has set when the parser is made; in the "C" locale, which holds unless a
+// host sets another one, none are.
 //
 // Line numbers count from 1, offsets are in bytes from the start of the source.
 // Reading failures look like the end of the input.
@@ -218,6 +222,9 @@ private:
     bool goOnInNextLine();
     bool findToken();
     void openChunk();
+    void readUpperHalf();
+    void classifyUpperHalf();
+    bool isUpperWord(char byte) const;
     const char* endOfWord(const char* at) const;
     void moveRest(const char* rest);
     bool readUntil(char stop, const char* escape, bool consumeStop, SV::String* out);
@@ -251,6 +258,10 @@ private:
     const char* m_classified = nullptr;
     std::uint64_t m_spaceBits = 0;
     std::uint64_t m_wordBits = 0;
+    // The bytes above 127 that the locale knows, from 128 on.
+    std::bitset<128> m_upperSpaces;
+    std::bitset<128> m_upperWords;
+    bool m_hasUpperHalf = false;  // any at all?
     // The tokens of the line are looked for in chunks of as many bytes.
     const char* m_chunk = nullptr;
     const char* m_chunkEnd;      // where the next one begins
