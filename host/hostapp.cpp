@@ -81,7 +81,8 @@ HostApplication::~HostApplication() = default;
 int HostApplication::initApplication() {
     // The library takes the log's name only from programs that never have windows.
     SetModalDialogSuppressionLogfileName(ZelCmdline::Instance().getValue("log_no_dialogs"));
-    const bool hasTexts = createResourceManager("zelhost", true);
+    // Only windows have texts; where files lack, the box about it waits for a user.
+    const bool withWindows = IsWithGUI() && createResourceManager("zelhost", true);
     createResourceManager("zbasic", true);
     ZelApplicationInfo::SetValue("Program", "zelhost");
     ZelApplicationInfo::SetValue("Version", Zel_GetPatchBuildVersionString());
@@ -95,8 +96,7 @@ int HostApplication::initApplication() {
     const std::optional<Options> options = readOptions(problem);
     if (!options) return refuse(problem);
     m_options = *options;
-    const bool withWindows = IsWithGUI() && hasTexts;
-    if (IsWithGUI() && !hasTexts) {
+    if (IsWithGUI() && !withWindows) {
         std::fputs("zelhost: there are no windows without their texts (zelhost18.dll)\n", stderr);
     }
     if (!withWindows && m_options.models.empty()) return refuse("no model is named");
