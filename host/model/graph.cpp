@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <initializer_list>
 #include <limits>
 
 namespace zelhost {
@@ -143,14 +144,29 @@ bool Graph::isDirected() const {
     return directed && directed->type() == ValueType::integer && directed->integer() != 0;
 }
 
-std::string Graph::caption(const Node& node) const {
-    for (const KeyId key : {kLabel, kName}) {
-        const Attribute* const found = findAttribute(of(node), key);
+namespace {
+
+// Of the first of these attributes that has one.
+std::optional<std::string> textOf(const AttributeSequence& sequence, AttributeSpan attributes,
+                                  std::initializer_list<KeyId> keys) {
+    for (const KeyId key : keys) {
+        const Attribute* const found = findAttribute(attributes, key);
         if (!found || found->type() == ValueType::list) continue;
         if (found->type() == ValueType::integer) return std::to_string(found->integer());
-        return std::string(attributes.text(*found));
+        return std::string(sequence.text(*found));
     }
-    return std::to_string(node.id);
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::string Graph::caption(const Node& node) const {
+    const std::optional<std::string> text = textOf(attributes, of(node), {kLabel, kName});
+    return text ? *text : std::to_string(node.id);
+}
+
+std::string Graph::label(const Edge& edge) const {
+    return textOf(attributes, of(edge), {kLabel}).value_or("");
 }
 
 void Graph::keepNodes(const std::function<bool(std::string_view caption)>& isWanted) {

@@ -157,6 +157,7 @@ struct Graph {
 
     // What a user knows the node by: its `label`, else its `name`, else its `id`.
     std::string caption(const Node& node) const;
+    std::string label(const Edge& edge) const;  // empty when it has none
 
     // Keeps the nodes whose caption is wanted, and the edges between them.
     void keepNodes(const std::function<bool(std::string_view caption)>& isWanted);
