@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <string>
+#include <vector>
 
+#include "model/edge_lines.h"
 #include "model/layout.h"
 
 #include <windows.h>
@@ -18,6 +21,7 @@ constexpr double kLargestSide = 8000;         // of a readable picture, in pixel
 constexpr double kScaledWidth = 1600;
 constexpr double kScaledHeight = 1200;
 constexpr int kFontHeight = 13;
+constexpr double kLabelHeight = 11;  // of the font for edges
 constexpr int kReadableFontHeight = 6;
 constexpr double kPaddingX = 10, kPaddingY = 6;
 constexpr double kArrowLength = 9, kArrowHalfWidth = 3.5;
@@ -29,6 +33,7 @@ const SV::Color kEdgeColor(96, 108, 128);
 const SV::Color kBorderColor(44, 82, 130);
 const SV::Color kFillColor(232, 240, 250);
 const SV::Color kTextColor(24, 32, 48);
+const SV::Color kLabelColor(72, 82, 100);
 
 std::wstring wide(std::string_view utf8) {
     std::wstring text(utf8.size(), L'\0');  // never more units than bytes
@@ -107,9 +112,11 @@ public:
         if (!m_device.GetDC()) return {};
         clear();
         drawEdges();
-        drawBoxes();
         const int fontHeight = static_cast<int>(kFontHeight * m_scale);
-        if (fontHeight >= kReadableFontHeight * kOversampling) drawCaptions(fontHeight);
+        const bool isReadable = fontHeight >= kReadableFontHeight * kOversampling;
+        if (isReadable) drawLabels();
+        drawBoxes();
+        if (isReadable) drawCaptions(fontHeight);
         return m_device.GetImage();
     }
 
@@ -135,25 +142,26 @@ private:
         const Selection pen(dc, ::CreatePen(PS_SOLID, penWidth(), kEdgeColor.GetRef()));
         const Selection brush(dc, ::CreateSolidBrush(kEdgeColor.GetRef()));
         const bool withHeads = m_graph.isDirected();
-        for (const Line& line : m_layout.lines) {
-            const POINT from = at(line.from);
-            const POINT to = at(line.to);
-            ::MoveToEx(dc, from.x, from.y, nullptr);
-            ::LineTo(dc, to.x, to.y);
-            if (withHeads) drawHead(line);
+        std::vector<POINT> points;
+        for (std::size_t i = 0; i < m_layout.lines.size(); ++i) {
+            const std::span<const Point> line = m_layout.lines[i];
+            points.clear();
+            for (const Point& point : line) points.push_back(at(point));
+            ::Polyline(dc, points.data(), static_cast<int>(points.size()));
+            if (withHeads) drawHead(line[line.size() - 2], line.back());
         }
     }
 
-    void drawHead(const Line& line) const {
-        const double dx = line.to.x - line.from.x;
-        const double dy = line.to.y - line.from.y;
+    // On the way from `before`, which may be nearer than the head is long.
+    void drawHead(Point before, Point tip) const {
+        const double dx = tip.x - before.x;
+        const double dy = tip.y - before.y;
         const double length = std::hypot(dx, dy);
-        if (length < kArrowLength) return;
+        if (length == 0) return;
         const Point along = {dx / length, dy / length};
-        const Point base = {line.to.x - kArrowLength * along.x, line.to.y - kArrowLength * along.y};
+        const Point base = {tip.x - kArrowLength * along.x, tip.y - kArrowLength * along.y};
         const POINT corners[] = {
-            at(line.to),
-            at({base.x - kArrowHalfWidth * along.y, base.y + kArrowHalfWidth * along.x}),
+            at(tip), at({base.x - kArrowHalfWidth * along.y, base.y + kArrowHalfWidth * along.x}),
             at({base.x + kArrowHalfWidth * along.y, base.y - kArrowHalfWidth * along.x})};
         ::Polygon(m_device.GetDC(), corners, 3);
     }
@@ -167,6 +175,22 @@ private:
             ::RoundRect(dc, at(box.left()), at(box.top()), at(box.right()), at(box.bottom()), round,
                         round);
         }
+    }
+
+    void drawLabels() const {
+        const HDC dc = m_device.GetDC();
+        const Selection font(dc, newFont(static_cast<int>(kLabelHeight * m_scale)));
+        ::SetBkMode(dc, OPAQUE);
+        ::SetBkColor(dc, kPaper.GetRef());
+        ::SetTextColor(dc, kLabelColor.GetRef());
+        ::SetTextAlign(dc, TA_CENTER | TA_TOP);
+        for (std::size_t i = 0; i < m_layout.lines.size(); ++i) {
+            const std::wstring label = wide(m_graph.label(m_graph.edges[i]));
+            const Point middle = labelPlace(m_layout.lines[i]);
+            ::TextOutW(dc, at(middle.x), at(middle.y - kLabelHeight / 2), label.c_str(),
+                       static_cast<int>(label.size()));
+        }
+        ::SetTextAlign(dc, TA_LEFT | TA_TOP);
     }
 
     void drawCaptions(int fontHeight) const {

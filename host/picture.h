@@ -7,9 +7,9 @@
 
 namespace zelhost {
 
-// Nodes as boxes with their captions, edges as lines, with arrow heads in a directed graph.
-// Up to about 60 nodes in a size that can be read; larger graphs are drawn smaller, captions
-// only while they can be read. Empty when memory runs out.
+// Nodes as boxes with their captions, edges as lines with their labels, and with arrow heads in a
+// directed graph. Up to about 60 nodes in a size that can be read; larger graphs are drawn smaller,
+// captions only while they can be read. Empty when memory runs out.
 SV::Image drawPicture(const Graph& graph);
 
 }  // namespace zelhost

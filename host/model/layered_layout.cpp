@@ -2,206 +2,239 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
+
+#include "model/bent_lines.h"
+#include "model/edge_lines.h"
+#include "model/packing.h"
+#include "model/skeleton.h"
 
 namespace zelhost {
 
 namespace {
 
-constexpr double kGap = 24;        // between boxes of a layer, and between groups
-constexpr double kLayerGap = 48;   // between layers
-constexpr double kRowShape = 1.6;  // width to height that rows of groups aim at
-constexpr int kSweeps = 8;         // down and up alternately
+constexpr double kGap = 24;      // between boxes of a layer
+constexpr double kBendGap = 12;  // between lines that cross a layer
+constexpr int kSweeps = 8;       // down and up alternately
 
-// The neighbours of every node in one array.
-class Neighbours {
+// Ascending values that lie as near to the wishes as can be: the sum of the weighted squares of
+// the distances is least. Wishes that do not ascend share their mean.
+class AscendingFit {
 public:
-    enum class Side { from, to, both };
+    void clear() { m_pools.clear(); }
 
-    Neighbours(std::size_t nodes, std::span<const Link> links, Side side) : m_first(nodes + 1) {
-        const bool countsTo = side != Side::from;
-        const bool countsFrom = side != Side::to;
-        for (const auto& [from, to] : links) {
-            if (countsTo) ++m_first[from + 1];
-            if (countsFrom) ++m_first[to + 1];
+    void add(double wish, double weight) {
+        Pool pool{wish, weight, 1};
+        while (!m_pools.empty() && m_pools.back().mean > pool.mean) {
+            const Pool& before = m_pools.back();
+            const double sum = before.weight + pool.weight;
+            pool.mean = (before.mean * before.weight + pool.mean * pool.weight) / sum;
+            pool.weight = sum;
+            pool.count += before.count;
+            m_pools.pop_back();
         }
-        std::partial_sum(m_first.begin(), m_first.end(), m_first.begin());
-        m_all.resize(m_first.back());
-        std::vector<std::uint32_t> next(m_first.begin(), m_first.end() - 1);
-        for (const auto& [from, to] : links) {
-            if (countsTo) m_all[next[from]++] = to;
-            if (countsFrom) m_all[next[to]++] = from;
-        }
+        m_pools.push_back(pool);
     }
 
-    std::span<const std::uint32_t> of(std::uint32_t node) const {
-        return std::span(m_all).subspan(m_first[node], m_first[node + 1] - m_first[node]);
+    // Calls `take` with the value of each wish.
+    template <typename Take>
+    void giveTo(Take take) const {
+        for (const Pool& pool : m_pools) {
+            for (std::size_t i = 0; i < pool.count; ++i) take(pool.mean);
+        }
     }
 
 private:
-    std::vector<std::uint32_t> m_first;
-    std::vector<std::uint32_t> m_all;
+    struct Pool {
+        double mean;
+        double weight;
+        std::size_t count;
+    };
+
+    std::vector<Pool> m_pools;
 };
 
-using Group = std::vector<std::uint32_t>;
-
-std::vector<Group> connectedParts(std::size_t nodes, std::span<const Link> links) {
-    const Neighbours neighbours(nodes, links, Neighbours::Side::both);
-    std::vector<bool> isSeen(nodes);
-    std::vector<Group> parts;
-    for (std::uint32_t start = 0; start < nodes; ++start) {
-        if (isSeen[start]) continue;
-        isSeen[start] = true;
-        Group& part = parts.emplace_back(Group{start});
-        for (std::size_t i = 0; i < part.size(); ++i) {
-            for (const std::uint32_t other : neighbours.of(part[i])) {
-                if (isSeen[other]) continue;
-                isSeen[other] = true;
-                part.push_back(other);
-            }
-        }
-    }
-    return parts;
-}
-
-// Without loops, and with every link turned round that would close a circle: those are the ones
-// that lead a depth-first walk back to a node that it has not left yet.
-std::vector<Link> acyclicLinks(std::size_t nodes, std::span<const Link> links) {
-    enum class State : std::uint8_t { unseen, entered, left };
-    const Neighbours next(nodes, links, Neighbours::Side::to);
-    std::vector<State> states(nodes, State::unseen);
-    std::vector<std::uint32_t> place(nodes);  // of the next neighbour to walk to
-    std::vector<std::uint32_t> path;
-    std::vector<Link> result;
-    result.reserve(links.size());
-    for (std::uint32_t start = 0; start < nodes; ++start) {
-        if (states[start] == State::unseen) path.push_back(start);
-        while (!path.empty()) {
-            const std::uint32_t node = path.back();
-            states[node] = State::entered;
-            if (place[node] == next.of(node).size()) {
-                states[node] = State::left;
-                path.pop_back();
-                continue;
-            }
-            const std::uint32_t other = next.of(node)[place[node]++];
-            if (other == node) continue;
-            const bool closesCircle = states[other] == State::entered;
-            result.push_back(closesCircle ? Link{other, node} : Link{node, other});
-            if (states[other] == State::unseen) path.push_back(other);
-        }
-    }
-    return result;
-}
-
-// Nodes without predecessor go directly above the first of their successors.
-void pullDownSources(const Neighbours& next, std::span<const Link> links,
-                     std::vector<std::uint32_t>& layers) {
-    std::vector<bool> isTarget(layers.size());
-    for (const auto& [from, to] : links) isTarget[to] = true;
-    for (std::uint32_t node = 0; node < layers.size(); ++node) {
-        const std::span<const std::uint32_t> successors = next.of(node);
-        if (isTarget[node] || successors.empty()) continue;
-        std::uint32_t first = layers[successors[0]];
-        for (const std::uint32_t other : successors) first = std::min(first, layers[other]);
-        layers[node] = first - 1;
-    }
-}
-
-// The longest way from a node without predecessor.
-std::vector<std::uint32_t> layersOf(std::size_t nodes, std::span<const Link> links) {
-    const Neighbours next(nodes, links, Neighbours::Side::to);
-    std::vector<std::uint32_t> waiting(nodes);  // predecessors without a layer
-    for (const auto& [from, to] : links) ++waiting[to];
-    std::vector<std::uint32_t> layers(nodes);
-    std::vector<std::uint32_t> ready;
-    for (std::uint32_t i = 0; i < nodes; ++i) {
-        if (waiting[i] == 0) ready.push_back(i);
-    }
-    for (std::size_t i = 0; i < ready.size(); ++i) {
-        for (const std::uint32_t other : next.of(ready[i])) {
-            layers[other] = std::max(layers[other], layers[ready[i]] + 1);
-            if (--waiting[other] == 0) ready.push_back(other);
-        }
-    }
-    pullDownSources(next, links, layers);
-    return layers;
-}
-
-// Places the boxes of connected parts, one after the other.
+// Places the items of connected parts, one part after the other.
 class LayerPlacer {
 public:
-    LayerPlacer(std::span<const Link> links, std::vector<Box>& boxes)
-        : m_boxes(boxes),
-          m_links(acyclicLinks(boxes.size(), links)),
-          m_layerOf(layersOf(boxes.size(), m_links)),
-          m_before(boxes.size(), m_links, Neighbours::Side::from),
-          m_behind(boxes.size(), m_links, Neighbours::Side::to),
-          m_wanted(boxes.size()) {}
+    LayerPlacer(const Skeleton& skeleton, std::vector<Box>& boxes)
+        : m_skeleton(skeleton),
+          m_boxes(boxes),
+          m_before(boxes.size(), skeleton.steps, Neighbours::Side::from),
+          m_behind(boxes.size(), skeleton.steps, Neighbours::Side::to),
+          m_wishes(boxes.size()),
+          m_places(boxes.size()),
+          m_heights(boxes.size()) {}
 
     void place(const Group& part);
+    const std::vector<double>& heights() const { return m_heights; }
 
 private:
+    struct Wish {
+        double x = 0;
+        double weight = 0;
+    };
+    // The x that an item can have between its neighbours in the layer.
+    struct Room {
+        double low;
+        double high;
+
+        Room with(Room other) const {
+            return {std::max(low, other.low), std::min(high, other.high)};
+        }
+    };
+
+    double reach(std::uint32_t item) const;
     void sortIntoLayers(const Group& part);
-    void placeInRow(Group& layer);
+    void placeInRow(const Group& layer);
     void sweep(const Neighbours& fixed, Group& layer);
-    double meanOf(std::uint32_t node, std::span<const std::uint32_t> others) const;
+    Wish wishOf(std::uint32_t item, std::span<const std::uint32_t> others) const;
     void setWithoutOverlap(const Group& layer);
+    void setBoxes(std::span<const std::uint32_t> boxes, std::span<const double> shifts, Room room);
+    void rememberPlaces();
+    Room roomOf(std::uint32_t item) const;
+    void straighten(const Group& part);
+    std::uint32_t straightenRun(std::uint32_t bend);
     void setHeights();
 
-    std::vector<Box>& m_boxes;
-    std::vector<Link> m_links;
-    std::vector<std::uint32_t> m_layerOf;
+    const Skeleton& m_skeleton;
+    std::vector<Box>& m_boxes;  // those of bends have no width
     Neighbours m_before;
     Neighbours m_behind;
-    std::vector<double> m_wanted;  // the x that suits the neighbours best
-    std::vector<Group> m_layers;   // of the part that is being placed
+    std::vector<Wish> m_wishes;           // what suits the neighbours best
+    std::vector<std::uint32_t> m_places;  // of each item in its layer
+    std::vector<Group> m_layers;          // of the part that is being placed
+    std::vector<double> m_heights;        // of the layer of each item
+    std::vector<double> m_shifts;
+    AscendingFit m_fit;
 };
+
+// To the middle of the gap behind.
+double LayerPlacer::reach(std::uint32_t item) const {
+    return m_boxes[item].size.width / 2 + (m_skeleton.isBend(item) ? kBendGap : kGap) / 2;
+}
 
 void LayerPlacer::sortIntoLayers(const Group& part) {
     std::uint32_t last = 0;
-    for (const std::uint32_t node : part) last = std::max(last, m_layerOf[node]);
+    for (const std::uint32_t item : part) last = std::max(last, m_skeleton.layers[item]);
     m_layers.assign(last + 1, {});
-    for (const std::uint32_t node : part) m_layers[m_layerOf[node]].push_back(node);
+    for (const std::uint32_t item : part) m_layers[m_skeleton.layers[item]].push_back(item);
 }
 
-void LayerPlacer::placeInRow(Group& layer) {
+void LayerPlacer::placeInRow(const Group& layer) {
     double x = 0;
-    for (const std::uint32_t node : layer) {
-        m_boxes[node].center.x = x + m_boxes[node].size.width / 2;
-        x += m_boxes[node].size.width + kGap;
+    for (const std::uint32_t item : layer) {
+        m_boxes[item].center.x = x + reach(item);
+        x += 2 * reach(item);
     }
-    for (const std::uint32_t node : layer) m_boxes[node].center.x -= (x - kGap) / 2;
+    for (const std::uint32_t item : layer) m_boxes[item].center.x -= x / 2;
 }
 
-double LayerPlacer::meanOf(std::uint32_t node, std::span<const std::uint32_t> others) const {
-    if (others.empty()) return m_boxes[node].center.x;
+LayerPlacer::Wish LayerPlacer::wishOf(std::uint32_t item,
+                                      std::span<const std::uint32_t> others) const {
+    constexpr double kIndifferent = 1e-3;
+    if (others.empty()) return {m_boxes[item].center.x, kIndifferent};
     double sum = 0;
     for (const std::uint32_t other : others) sum += m_boxes[other].center.x;
-    return sum / static_cast<double>(others.size());
+    const auto count = static_cast<double>(others.size());
+    return {sum / count, count};
 }
 
 void LayerPlacer::sweep(const Neighbours& fixed, Group& layer) {
-    for (const std::uint32_t node : layer) m_wanted[node] = meanOf(node, fixed.of(node));
-    std::ranges::stable_sort(layer, {}, [&](std::uint32_t node) { return m_wanted[node]; });
+    for (const std::uint32_t item : layer) m_wishes[item] = wishOf(item, fixed.of(item));
+    std::ranges::stable_sort(layer, {}, [&](std::uint32_t item) { return m_wishes[item].x; });
     setWithoutOverlap(layer);
 }
 
-// Between pushing right what overlaps and pushing it left: both keep the boxes apart, and so does
-// the middle of the two.
+// Bends choose first, so that long lines stay straight; the boxes between two of them follow.
+// Shifted to the left by all that stands before it, each item only has to keep its order.
 void LayerPlacer::setWithoutOverlap(const Group& layer) {
-    double limit = -INFINITY;
-    for (const std::uint32_t node : layer) {
-        Box& box = m_boxes[node];
-        box.center.x = std::max(m_wanted[node], limit + box.size.width / 2);
-        limit = box.right() + kGap;
+    m_shifts.clear();
+    m_fit.clear();
+    double shift = 0;
+    for (const std::uint32_t item : layer) {
+        m_shifts.push_back(shift + reach(item));
+        shift += 2 * reach(item);
+        if (m_skeleton.isBend(item)) m_fit.add(m_wishes[item].x - m_shifts.back(), 1);
     }
-    limit = INFINITY;
-    for (auto node = layer.rbegin(); node != layer.rend(); ++node) {
-        Box& box = m_boxes[*node];
-        const double x = std::min(m_wanted[*node], limit - box.size.width / 2);
-        limit = x - box.size.width / 2 - kGap;
-        box.center.x = (box.center.x + x) / 2;
+    std::size_t done = 0;
+    double low = -INFINITY;
+    const auto setUpTo = [&](std::size_t end, double high) {
+        const std::size_t count = end - done;
+        setBoxes(std::span(layer).subspan(done, count), std::span(m_shifts).subspan(done, count),
+                 {low, high});
+    };
+    std::vector<double> bends;
+    m_fit.giveTo([&](double x) { bends.push_back(x); });
+    auto bend = bends.begin();
+    for (std::size_t i = 0; i < layer.size(); ++i) {
+        if (!m_skeleton.isBend(layer[i])) continue;
+        setUpTo(i, *bend);
+        m_boxes[layer[i]].center.x = *bend + m_shifts[i];
+        low = *bend++;
+        done = i + 1;
+    }
+    setUpTo(layer.size(), INFINITY);
+}
+
+void LayerPlacer::setBoxes(std::span<const std::uint32_t> boxes, std::span<const double> shifts,
+                           Room room) {
+    m_fit.clear();
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        m_fit.add(m_wishes[boxes[i]].x - shifts[i], m_wishes[boxes[i]].weight);
+    }
+    std::size_t i = 0;
+    m_fit.giveTo([&](double x) {
+        m_boxes[boxes[i]].center.x = std::clamp(x, room.low, room.high) + shifts[i];
+        ++i;
+    });
+}
+
+void LayerPlacer::rememberPlaces() {
+    for (const Group& layer : m_layers) {
+        for (std::uint32_t i = 0; i < layer.size(); ++i) m_places[layer[i]] = i;
+    }
+}
+
+LayerPlacer::Room LayerPlacer::roomOf(std::uint32_t item) const {
+    const Group& layer = m_layers[m_skeleton.layers[item]];
+    const std::uint32_t place = m_places[item];
+    Room room{-INFINITY, INFINITY};
+    if (place > 0) {
+        const std::uint32_t left = layer[place - 1];
+        room.low = m_boxes[left].center.x + reach(left) + reach(item);
+    }
+    if (place + 1 < layer.size()) {
+        const std::uint32_t right = layer[place + 1];
+        room.high = m_boxes[right].center.x - reach(right) - reach(item);
+    }
+    return room;
+}
+
+// Gives as many bends of one line as possible, from this one, the same x. The bend behind them.
+std::uint32_t LayerPlacer::straightenRun(std::uint32_t bend) {
+    const std::uint32_t before = m_before.of(bend)[0];
+    std::uint32_t behind = m_behind.of(bend)[0];
+    std::uint32_t end = bend + 1;
+    Room room = roomOf(bend);
+    for (; behind == end; ++end) {
+        const Room both = room.with(roomOf(end));
+        if (both.low > both.high) break;
+        room = both;
+        behind = m_behind.of(end)[0];
+    }
+    const double wish = m_boxes[m_skeleton.isBend(before) ? behind : before].center.x;
+    const double x = std::clamp(wish, room.low, std::max(room.low, room.high));
+    for (std::uint32_t i = bend; i < end; ++i) m_boxes[i].center.x = x;
+    return end;
+}
+
+void LayerPlacer::straighten(const Group& part) {
+    for (const std::uint32_t item : part) {
+        if (!m_skeleton.isBend(item) || m_skeleton.isBend(m_before.of(item)[0])) continue;
+        std::uint32_t bend = item;
+        std::uint32_t last = item;
+        while (m_skeleton.isBend(m_behind.of(last)[0])) ++last;
+        while (bend <= last) bend = straightenRun(bend);
     }
 }
 
@@ -209,17 +242,20 @@ void LayerPlacer::setHeights() {
     double y = 0;
     for (const Group& layer : m_layers) {
         double height = 0;
-        for (const std::uint32_t node : layer) {
-            height = std::max(height, m_boxes[node].size.height);
+        for (const std::uint32_t item : layer) {
+            height = std::max(height, m_boxes[item].size.height);
         }
-        for (const std::uint32_t node : layer) m_boxes[node].center.y = y + height / 2;
+        for (const std::uint32_t item : layer) {
+            m_boxes[item].center.y = y + height / 2;
+            m_heights[item] = height;
+        }
         y += height + kLayerGap;
     }
 }
 
 void LayerPlacer::place(const Group& part) {
     sortIntoLayers(part);
-    for (Group& layer : m_layers) placeInRow(layer);
+    for (const Group& layer : m_layers) placeInRow(layer);
     for (int round = 0; round < kSweeps && m_layers.size() > 1; ++round) {
         const std::size_t count = m_layers.size();
         for (std::size_t i = 1; i < count; ++i) {
@@ -227,68 +263,25 @@ void LayerPlacer::place(const Group& part) {
             sweep(isDown ? m_before : m_behind, m_layers[isDown ? i : count - 1 - i]);
         }
     }
+    rememberPlaces();
+    straighten(part);
     setHeights();
-}
-
-struct Extent {
-    double left = INFINITY;
-    double top = INFINITY;
-    double right = -INFINITY;
-    double bottom = -INFINITY;
-};
-
-Extent extentOf(const Group& group, const std::vector<Box>& boxes) {
-    Extent extent;
-    for (const std::uint32_t node : group) {
-        extent.left = std::min(extent.left, boxes[node].left());
-        extent.top = std::min(extent.top, boxes[node].top());
-        extent.right = std::max(extent.right, boxes[node].right());
-        extent.bottom = std::max(extent.bottom, boxes[node].bottom());
-    }
-    return extent;
-}
-
-double rowWidth(const std::vector<Extent>& extents) {
-    double area = 0;
-    double widest = 0;
-    for (const Extent& extent : extents) {
-        const double width = extent.right - extent.left + kGap;
-        area += width * (extent.bottom - extent.top + kGap);
-        widest = std::max(widest, width);
-    }
-    return std::max(widest, std::sqrt(area * kRowShape));
 }
 
 }  // namespace
 
-void packGroups(const std::vector<Group>& groups, std::vector<Box>& boxes) {
-    std::vector<Extent> extents;
-    for (const Group& group : groups) extents.push_back(extentOf(group, boxes));
-    const double limit = rowWidth(extents);
-    double x = 0;
-    double y = 0;
-    double rowHeight = 0;
-    for (std::size_t i = 0; i < groups.size(); ++i) {
-        const double width = extents[i].right - extents[i].left;
-        if (x > 0 && x + width > limit) {
-            x = 0;
-            y += rowHeight + kGap;
-            rowHeight = 0;
-        }
-        for (const std::uint32_t node : groups[i]) {
-            boxes[node].center.x += x - extents[i].left;
-            boxes[node].center.y += y - extents[i].top;
-        }
-        x += width + kGap;
-        rowHeight = std::max(rowHeight, extents[i].bottom - extents[i].top);
-    }
-}
-
-void layOutInLayers(std::span<const Link> links, std::vector<Box>& boxes) {
-    const std::vector<Group> parts = connectedParts(boxes.size(), links);
-    LayerPlacer placer(links, boxes);
+Polylines layOutInLayers(std::span<const Link> links, std::span<const double> lanes,
+                         std::vector<Box>& boxes) {
+    const Skeleton skeleton(boxes.size(), links);
+    const std::size_t nodes = boxes.size();
+    boxes.resize(skeleton.layers.size());
+    const std::vector<Group> parts = connectedParts(boxes.size(), skeleton.steps);
+    LayerPlacer placer(skeleton, boxes);
     for (const Group& part : parts) placer.place(part);
     packGroups(parts, boxes);
+    Polylines lines = bentLines(links, lanes, skeleton, boxes, placer.heights());
+    boxes.resize(nodes);
+    return lines;
 }
 
 }  // namespace zelhost

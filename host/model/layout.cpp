@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <span>
 
+#include "model/edge_lines.h"
 #include "model/layered_layout.h"
+#include "model/packing.h"
 #include "sv/string.h"
 
 namespace zelhost {
@@ -94,42 +97,42 @@ bool placeAsGiven(const Graph& graph, std::vector<Box>& boxes) {
     return true;
 }
 
-// Moves everything behind the margin; the size of the picture.
-Size fitIntoPicture(std::vector<Box>& boxes) {
-    if (boxes.empty()) return {2 * kMargin, 2 * kMargin};
+// Moves everything behind the margin, and sets the size of the picture.
+void fitIntoPicture(Layout& layout) {
+    layout.size = {2 * kMargin, 2 * kMargin};
+    if (layout.boxes.empty()) return;
     Point low{INFINITY, INFINITY};
     Point high{-INFINITY, -INFINITY};
-    for (const Box& box : boxes) {
-        low = {std::min(low.x, box.left()), std::min(low.y, box.top())};
-        high = {std::max(high.x, box.right()), std::max(high.y, box.bottom())};
+    const auto include = [&](double left, double top, double right, double bottom) {
+        low = {std::min(low.x, left), std::min(low.y, top)};
+        high = {std::max(high.x, right), std::max(high.y, bottom)};
+    };
+    const auto move = [&](Point& point) {
+        point = {point.x - low.x + kMargin, point.y - low.y + kMargin};
+    };
+    for (const Box& box : layout.boxes) include(box.left(), box.top(), box.right(), box.bottom());
+    for (const Point& point : layout.lines.points()) include(point.x, point.y, point.x, point.y);
+    for (Box& box : layout.boxes) move(box.center);
+    for (Point& point : layout.lines.points()) move(point);
+    layout.size.width += high.x - low.x;
+    layout.size.height += high.y - low.y;
+}
+
+// All lines: those of `led`, which may be empty, and straight ones.
+Polylines withStraightLines(const Polylines& led, std::span<const Link> links,
+                            std::span<const double> lanes, const std::vector<Box>& boxes) {
+    Polylines lines;
+    for (std::size_t i = 0; i < links.size(); ++i) {
+        const auto [from, to] = links[i];
+        if (i < led.size() && !led[i].empty()) {
+            lines.add(led[i]);
+        } else if (from == to) {
+            lines.add(loopAt(boxes[from]));
+        } else {
+            lines.add(lineBetween(boxes[from], boxes[to], from < to ? lanes[i] : -lanes[i]));
+        }
     }
-    for (Box& box : boxes) {
-        box.center = {box.center.x - low.x + kMargin, box.center.y - low.y + kMargin};
-    }
-    return {high.x - low.x + 2 * kMargin, high.y - low.y + 2 * kMargin};
-}
-
-// How much of the way from its centre by (dx, dy) lies in the box.
-double shareInside(const Box& box, double dx, double dy) {
-    const double acrossWidth = dx == 0 ? INFINITY : box.size.width / 2 / std::abs(dx);
-    const double acrossHeight = dy == 0 ? INFINITY : box.size.height / 2 / std::abs(dy);
-    return std::min(acrossWidth, acrossHeight);
-}
-
-// Boxes that overlap are joined from centre to centre.
-Line lineBetween(const Box& from, const Box& to) {
-    const double dx = to.center.x - from.center.x;
-    const double dy = to.center.y - from.center.y;
-    const double start = shareInside(from, dx, dy);
-    const double end = 1 - shareInside(to, dx, dy);
-    if (!(start < end)) return {from.center, to.center};
-    return {{from.center.x + dx * start, from.center.y + dy * start},
-            {from.center.x + dx * end, from.center.y + dy * end}};
-}
-
-Line loopAt(const Box& box) {
-    return {{box.center.x + box.size.width / 4, box.top()},
-            {box.right(), box.center.y - box.size.height / 4}};
+    return lines;
 }
 
 }  // namespace
@@ -140,20 +143,14 @@ Layout layOut(const Graph& graph, const MeasureCaption& measure) {
     for (const Node& node : graph.nodes) {
         layout.boxes.push_back({{0, 0}, measure(graph.caption(node))});
     }
-    if (!placeAsGiven(graph, layout.boxes)) {
-        std::vector<Link> links;
-        links.reserve(graph.edges.size());
-        for (const Edge& edge : graph.edges) links.push_back({edge.source, edge.target});
-        layOutInLayers(links, layout.boxes);
-    }
-    layout.size = fitIntoPicture(layout.boxes);
-    layout.lines.reserve(graph.edges.size());
-    for (const Edge& edge : graph.edges) {
-        const Box& from = layout.boxes[edge.source];
-        const bool isLoop = edge.source == edge.target;
-        layout.lines.push_back(isLoop ? loopAt(from)
-                                      : lineBetween(from, layout.boxes[edge.target]));
-    }
+    std::vector<Link> links;
+    links.reserve(graph.edges.size());
+    for (const Edge& edge : graph.edges) links.push_back({edge.source, edge.target});
+    const std::vector<double> lanes = lanesOf(links);
+    const bool isGiven = placeAsGiven(graph, layout.boxes);
+    const Polylines led = isGiven ? Polylines() : layOutInLayers(links, lanes, layout.boxes);
+    layout.lines = withStraightLines(led, links, lanes, layout.boxes);
+    fitIntoPicture(layout);
     return layout;
 }
 

@@ -2,15 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
+#include <span>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/graph_text.h"
+#include "model/edge_lines.h"
+#include "support/temp_dir.h"
 
 using zelhost::Box;
 using zelhost::Graph;
 using zelhost::Layout;
-using zelhost::Line;
 using zelhost::Point;
 using zelhost::Size;
 
@@ -18,8 +24,10 @@ namespace {
 
 constexpr double kTiny = 1e-6;
 
+// A line of text for each "\n".
 Size measured(std::string_view caption) {
-    return {20 + 7 * static_cast<double>(caption.size()), 26};
+    const auto breaks = static_cast<double>(std::ranges::count(caption, '\n'));
+    return {20 + 7 * static_cast<double>(caption.size()), 26 + 16 * breaks};
 }
 
 Layout layoutOf(const std::string& gml) { return zelhost::layOut(graphOf(gml), measured); }
@@ -45,10 +53,29 @@ bool isOnBorder(const Box& box, Point point) {
     return std::abs(std::max(x, y) - 1) < kTiny;
 }
 
-// What must hold for every picture whose boxes have room.
-void expectReadable(const Layout& layout, const Graph& graph) {
-    ASSERT_EQ(layout.boxes.size(), graph.nodes.size());
-    ASSERT_EQ(layout.lines.size(), graph.edges.size());
+// Cuts off what of the shares `from` to `to` of a way from `start` by `length` is not between.
+void cut(double start, double length, double low, double high, double& from, double& to) {
+    if (length == 0 && (start <= low || start >= high)) to = -INFINITY;
+    if (length == 0) return;
+    const auto [enter, leave] = std::minmax({(low - start) / length, (high - start) / length});
+    from = std::max(from, enter);
+    to = std::min(to, leave);
+}
+
+// Through more than the border.
+bool passesThrough(std::span<const Point> line, const Box& box) {
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        const Point& start = line[i - 1];
+        double from = 0;
+        double to = 1;
+        cut(start.x, line[i].x - start.x, box.left(), box.right(), from, to);
+        cut(start.y, line[i].y - start.y, box.top(), box.bottom(), from, to);
+        if (from < to - kTiny) return true;
+    }
+    return false;
+}
+
+void expectRoomForBoxes(const Layout& layout) {
     for (std::size_t i = 0; i < layout.boxes.size(); ++i) {
         const Box& box = layout.boxes[i];
         EXPECT_TRUE(box.left() > 0 && box.top() > 0 && box.right() < layout.size.width &&
@@ -58,18 +85,54 @@ void expectReadable(const Layout& layout, const Graph& graph) {
             EXPECT_FALSE(overlap(box, layout.boxes[k])) << k << " and " << i;
         }
     }
+}
+
+// What must hold for every picture in layers.
+void expectReadable(const Layout& layout, const Graph& graph) {
+    ASSERT_EQ(layout.boxes.size(), graph.nodes.size());
+    ASSERT_EQ(layout.lines.size(), graph.edges.size());
+    expectRoomForBoxes(layout);
     for (std::size_t i = 0; i < layout.lines.size(); ++i) {
-        EXPECT_TRUE(isOnBorder(layout.boxes[graph.edges[i].source], layout.lines[i].from)) << i;
-        const bool isLoop = graph.edges[i].source == graph.edges[i].target;
-        EXPECT_TRUE(isLoop || isOnBorder(layout.boxes[graph.edges[i].target], layout.lines[i].to));
+        const std::span<const Point> line = layout.lines[i];
+        const std::uint32_t source = graph.edges[i].source;
+        const std::uint32_t target = graph.edges[i].target;
+        ASSERT_GE(line.size(), 2u) << i;
+        EXPECT_TRUE(isOnBorder(layout.boxes[source], line.front())) << i;
+        EXPECT_TRUE(isOnBorder(layout.boxes[target], line.back())) << i;
+        for (const Point& point : line) {
+            EXPECT_TRUE(point.x > 0 && point.y > 0 && point.x < layout.size.width &&
+                        point.y < layout.size.height)
+                << i;
+        }
+        for (std::uint32_t k = 0; k < layout.boxes.size(); ++k) {
+            EXPECT_FALSE(passesThrough(line, layout.boxes[k])) << "edge " << i << " through " << k;
+        }
     }
 }
+
+std::string orderModel() { return readFile(ZBASIC_FIXTURES "/../../host/models/order.gml"); }
 
 }  // namespace
 
 TEST(Layout, KeepsBoxesApartAndLinesAtTheirBorders) {
     std::string grid = nodes(60);
     for (int i = 0; i < 60; ++i) grid += edge(i, (i * 7 + 3) % 60) + edge(i, (i * 11 + 5) % 60);
+    const auto box = [](int id, const std::string& caption) {
+        return " node [ id " + std::to_string(id) + " label \"" + caption + "\" ]\n";
+    };
+    std::string layers;  // of boxes of many widths and heights, most edges long
+    for (int i = 0; i < 40; ++i) {
+        layers += box(i, std::string(static_cast<std::size_t>(i * 7 % 11), 'x') +
+                             std::string(static_cast<std::size_t>(i % 4), '\n'));
+    }
+    std::mt19937 random(5);
+    for (int i = 1; i < 40; ++i) {
+        layers += edge(static_cast<int>(random() % static_cast<unsigned>(i)), i);
+        layers += edge(std::max(0, i - 1 - static_cast<int>(random() % 4)), i);
+    }
+    const std::string wide(60, 'x');
+    const std::string high(8, '\n');
+    const std::string cross = edge(0, 2) + edge(0, 3) + edge(1, 2) + edge(1, 3);
     std::string star = nodes(40);
     for (int i = 1; i < 40; ++i) star += edge(0, i);
     const struct {
@@ -83,6 +146,10 @@ TEST(Layout, KeepsBoxesApartAndLinesAtTheirBorders) {
         {"there and back, twice", nodes(2) + edge(0, 1) + edge(1, 0) + edge(0, 1)},
         {"many to one", star},
         {"crossing", grid},
+        {"long edges past high boxes", layers},
+        {"from beside a high box",
+         box(0, "a") + box(1, high) + box(2, wide) + box(3, wide) + cross},
+        {"to beside a high box", box(0, wide) + box(1, wide) + box(2, "a") + box(3, high) + cross},
         {"parts and loners", nodes(9) + edge(0, 1) + edge(2, 3) + edge(3, 4) + edge(6, 6)},
     };
     for (const auto& [why, gml] : cases) {
@@ -96,9 +163,97 @@ TEST(Layout, PointsEdgesDown) {
     const std::string gml =
         nodes(7) + edge(0, 1) + edge(1, 2) + edge(0, 2) + edge(2, 3) + edge(4, 3) + edge(5, 6);
     const Layout layout = layoutOf("graph [" + gml + "]");
-    for (const Line& line : layout.lines) EXPECT_LT(line.from.y, line.to.y);
+    for (std::size_t i = 0; i < layout.lines.size(); ++i) {
+        EXPECT_LT(layout.lines[i].front().y, layout.lines[i].back().y);
+    }
     EXPECT_EQ(layout.boxes[4].center.y, layout.boxes[2].center.y);  // directly above its successor
     EXPECT_EQ(layout.boxes[5].center.y, layout.boxes[0].center.y);  // a part of its own, beside
+}
+
+TEST(Layout, LeadsEdgesOfTheSampleRoundBoxes) {
+    const Graph graph = graphOf(orderModel());
+    const Layout layout = zelhost::layOut(graph, measured);
+    expectReadable(layout, graph);
+    for (std::size_t i = 0; i < layout.lines.size(); ++i) {
+        const Point label = zelhost::labelPlace(layout.lines[i]);
+        const Box text = {label, {40, 12}};
+        for (const Box& box : layout.boxes) EXPECT_FALSE(overlap(text, box)) << i;
+    }
+    // From "Reject the order" down to "Order closed", six layers of nothing else aside.
+    const std::span<const Point> longest = layout.lines[graph.edges.size() - 1];
+    EXPECT_LE(longest.size(), 3u);
+}
+
+// Aside, down and back: nothing needs more than four points.
+TEST(Layout, KeepsLongEdgesStraight) {
+    using Edges = std::vector<std::pair<int, int>>;
+    const struct {
+        const char* why;
+        Edges edges;
+    } cases[] = {
+        {"two past a chain",
+         {{0, 1}, {1, 2}, {2, 3}, {3, 4}, {4, 5}, {5, 6}, {6, 7}, {7, 8}, {8, 9}, {0, 9}, {1, 8}}},
+        {"side by side, of unequal length",
+         {{0, 1},
+          {0, 2},
+          {2, 3},
+          {1, 4},
+          {4, 5},
+          {0, 6},
+          {6, 7},
+          {5, 8},
+          {2, 9},
+          {1, 8},
+          {4, 9},
+          {0, 9},
+          {0, 6}}},
+        {"to one node from many layers",
+         {{0, 1},
+          {1, 2},
+          {2, 3},
+          {0, 4},
+          {0, 5},
+          {2, 6},
+          {5, 7},
+          {6, 8},
+          {6, 9},
+          {5, 8},
+          {4, 9},
+          {5, 9},
+          {3, 6}}},
+    };
+    for (const auto& [why, edges] : cases) {
+        SCOPED_TRACE(why);
+        std::string gml = nodes(10);
+        for (const auto& [from, to] : edges) gml += edge(from, to);
+        const Layout layout = layoutOf("graph [" + gml + "]");
+        for (std::size_t i = 0; i < edges.size(); ++i) EXPECT_LE(layout.lines[i].size(), 4u) << i;
+    }
+}
+
+TEST(Layout, DrawsEdgesBetweenTheSameNodesSideBySide) {
+    const std::string given =
+        " node [ id 0 graphics [ x 0 y 0 ] ] node [ id 1 graphics [ x 90 y 200 ] ]";
+    const struct {
+        const char* why;
+        std::string gml;
+    } cases[] = {
+        {"there and back", nodes(2) + edge(0, 1) + edge(1, 0)},
+        {"doubled", nodes(2) + edge(0, 1) + edge(0, 1)},
+        {"doubled, turned round", nodes(3) + edge(2, 1) + edge(2, 1) + edge(1, 0) + edge(0, 2)},
+        {"past a box", nodes(3) + edge(0, 2) + edge(2, 0) + edge(0, 1) + edge(1, 2)},
+        {"far aside", nodes(9) + edge(0, 8) + edge(8, 0) + edge(0, 1) + edge(0, 2) + edge(0, 3) +
+                          edge(0, 4) + edge(0, 5) + edge(0, 6) + edge(0, 7)},
+        {"at given places", given + edge(0, 1) + edge(1, 0)},
+        {"at given places, doubled", given + edge(1, 0) + edge(1, 0)},
+    };
+    for (const auto& [why, gml] : cases) {
+        SCOPED_TRACE(why);
+        const Layout layout = layoutOf("graph [" + gml + "]");
+        const Point one = zelhost::labelPlace(layout.lines[0]);
+        const Point two = zelhost::labelPlace(layout.lines[1]);
+        EXPECT_GT(std::hypot(one.x - two.x, one.y - two.y), 4);
+    }
 }
 
 TEST(Layout, TakesGivenPositions) {
@@ -138,6 +293,22 @@ TEST(Layout, PlacesNodesWithoutPositionBelowTheOthers) {
         " node [ id 3 graphics [ x 1e300 y 0 ] ]";
     const Layout layered = layoutOf("graph [" + one + "]");
     EXPECT_EQ(layered.boxes[0].center.y, layered.boxes[1].center.y);
+}
+
+// With a place in each layer for each of them, half a million places would be needed.
+TEST(Layout, DrawsTheLongestOfVeryManyLongEdgesStraight) {
+    constexpr std::uint32_t kCount = 1000;
+    Graph graph;
+    for (std::uint32_t i = 0; i < kCount; ++i) graph.nodes.push_back({i, 0, 0});
+    for (std::uint32_t i = 1; i < kCount; ++i) {
+        graph.edges.push_back({i - 1, i, 0, 0});
+        graph.edges.push_back({0, i, 0, 0});
+    }
+    const Layout layout = zelhost::layOut(graph, measured);
+    EXPECT_EQ(layout.lines[2 * kCount - 3].size(), 2u);
+    for (std::uint32_t k = 1; k < 99; ++k) {
+        EXPECT_FALSE(passesThrough(layout.lines[2 * 99 - 1], layout.boxes[k])) << k;
+    }
 }
 
 TEST(Layout, WalksDeepAndWideGraphs) {
