@@ -100,6 +100,24 @@ double scaleOf(Size size, std::size_t nodeCount) {
     return std::min({1.0, width / size.width, height / size.height});
 }
 
+// Each pixel the average of four.
+SV::Image halved(const SV::VirtualDevice& image) {
+    SV::Image half({image.GetSize().width / 2, image.GetSize().height / 2});
+    const auto average = [](std::uint32_t a, std::uint32_t b) {
+        return (a & b) + (((a ^ b) & 0xFEFEFE) >> 1);  // of all channels at once
+    };
+    for (int y = 0; y < half.GetSize().height; ++y) {
+        const std::uint32_t* const upper = image.GetRow(2 * y);
+        const std::uint32_t* const lower = image.GetRow(2 * y + 1);
+        std::uint32_t* const row = half.GetRow(y);
+        for (int x = 0; x < half.GetSize().width; ++x) {
+            row[x] = average(average(upper[2 * x], upper[2 * x + 1]),
+                             average(lower[2 * x], lower[2 * x + 1]));
+        }
+    }
+    return half;
+}
+
 class Drawing {
 public:
     Drawing(const Graph& graph, const Layout& layout, double scale)
@@ -117,7 +135,7 @@ public:
         if (isReadable) drawLabels();
         drawBoxes();
         if (isReadable) drawCaptions(fontHeight);
-        return m_device.GetImage();
+        return halved(m_device);
     }
 
 private:
@@ -219,31 +237,13 @@ private:
     SV::VirtualDevice m_device;
 };
 
-// Each pixel the average of four.
-SV::Image halved(const SV::Image& image) {
-    SV::Image half({image.GetSize().width / 2, image.GetSize().height / 2});
-    const auto average = [](std::uint32_t a, std::uint32_t b) {
-        return (a & b) + (((a ^ b) & 0xFEFEFE) >> 1);  // of all channels at once
-    };
-    for (int y = 0; y < half.GetSize().height; ++y) {
-        const std::uint32_t* const upper = image.GetRow(2 * y);
-        const std::uint32_t* const lower = image.GetRow(2 * y + 1);
-        std::uint32_t* const row = half.GetRow(y);
-        for (int x = 0; x < half.GetSize().width; ++x) {
-            row[x] = average(average(upper[2 * x], upper[2 * x + 1]),
-                             average(lower[2 * x], lower[2 * x + 1]));
-        }
-    }
-    return half;
-}
-
 }  // namespace
 
 SV::Image drawPicture(const Graph& graph) {
     const CaptionMeasure measure(graph.nodes.size());
     const Layout layout = layOut(graph, std::cref(measure));
     const double scale = scaleOf(layout.size, graph.nodes.size());
-    return halved(Drawing(graph, layout, scale).draw());
+    return Drawing(graph, layout, scale).draw();
 }
 
 }  // namespace zelhost

@@ -1,7 +1,5 @@
 #include "png_writer.h"
 
-#include <vector>
-
 #include <png.h>
 
 namespace zelhost {
@@ -24,28 +22,22 @@ void onBytes(png_structp png, png_bytep bytes, std::size_t size) {
 
 void onFlush(png_structp) {}
 
-std::vector<png_byte> rgbOf(const SV::Image& image, int y) {
-    const std::uint32_t* const row = image.GetRow(y);
-    std::vector<png_byte> bytes;
-    bytes.reserve(3 * static_cast<std::size_t>(image.GetSize().width));
-    for (int x = 0; x < image.GetSize().width; ++x) {
-        for (const int shift : {16, 8, 0}) bytes.push_back(static_cast<png_byte>(row[x] >> shift));
-    }
-    return bytes;
-}
-
-// The rows are handed in as they are made; libpng leaves by `longjmp` on failure, so nothing
-// that needs a destructor may live in the function that called `setjmp`.
-using Rows = std::vector<std::vector<png_byte>>;
-
-bool encode(png_structp png, png_infop info, SV::Size size, Rows& rows) {
+// libpng leaves by `longjmp` on failure: nothing that needs a destructor may live in here.
+bool encode(png_structp png, png_infop info, const SV::Image& image) {
     if (setjmp(png_jmpbuf(png))) return false;
+    const SV::Size size = image.GetSize();
     png_set_IHDR(png, info, static_cast<png_uint_32>(size.width),
                  static_cast<png_uint_32>(size.height), 8, PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     png_set_compression_level(png, kFastCompression);
+    png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);  // flat areas need none
     png_write_info(png, info);
-    for (std::vector<png_byte>& row : rows) png_write_row(png, row.data());
+    // Our pixels have four bytes, blue first.
+    png_set_filler(png, 0, PNG_FILLER_AFTER);
+    png_set_bgr(png);
+    for (int y = 0; y < size.height; ++y) {
+        png_write_row(png, reinterpret_cast<png_const_bytep>(image.GetRow(y)));
+    }
     png_write_end(png, info);
     return true;
 }
@@ -54,15 +46,13 @@ bool encode(png_structp png, png_infop info, SV::Size size, Rows& rows) {
 
 bool writePng(const SV::Image& image, const WriteChunk& write) {
     if (image.IsEmpty()) return false;
-    Rows rows;
-    for (int y = 0; y < image.GetSize().height; ++y) rows.push_back(rgbOf(image, y));
     Output output{write};
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png ? png_create_info_struct(png) : nullptr;
     bool isDone = false;
     if (info) {
         png_set_write_fn(png, &output, onBytes, onFlush);
-        isDone = encode(png, info, image.GetSize(), rows);
+        isDone = encode(png, info, image);
     }
     png_destroy_write_struct(&png, &info);
     return isDone && output.isGood;

@@ -206,13 +206,17 @@ VirtualDevice::~VirtualDevice() {
     if (m_bitmap) ::DeleteObject(m_bitmap);
 }
 
+const std::uint32_t* VirtualDevice::GetRow(int y) const {
+    ::GdiFlush();  // drawing is batched; the pixels are read directly
+    return m_pixels + static_cast<std::size_t>(y) * static_cast<std::size_t>(m_size.width);
+}
+
 Bitmap VirtualDevice::GetBitmap() const { return Bitmap(GetImage()); }
 
 Image VirtualDevice::GetImage() const {
     if (!m_dc) return {};
-    ::GdiFlush();  // drawing is batched; the pixels are read directly
     Image image(m_size);
-    if (!image.IsEmpty()) std::copy_n(m_pixels, pixelCount(m_size), image.GetRow(0));
+    if (!image.IsEmpty()) std::copy_n(GetRow(0), pixelCount(m_size), image.GetRow(0));
     return image;
 }
 

@@ -77,7 +77,9 @@ public:
 
     HDC__* GetDC() const { return m_dc; }
     Size GetSize() const { return m_size; }
-    Bitmap GetBitmap() const;  // copies of what is drawn now
+    // One row of what is drawn now; valid until something is drawn.
+    const std::uint32_t* GetRow(int y) const;
+    Bitmap GetBitmap() const;  // copies of it
     Image GetImage() const;
 
 private:
