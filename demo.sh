@@ -35,5 +35,5 @@ mkdir -p "$output"
 step "Exporting, and taking a picture of the window" \
     xvfb-run -a -s "-screen 0 1280x800x24 -fbdir $display" \
     scripts/show-host.sh "$output" "$display" "${models[@]}" || exit
-cat "$output/summary.txt"
-echo "Picture of the window: $output/window.png"
+sed -e 's/Z:\\/\//' -e 's/\\/\//g' -e "s|$root/||" "$output/summary.txt"
+echo "Picture of the window: ${output#"$root"/}/window.png"

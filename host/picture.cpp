@@ -8,6 +8,7 @@
 
 #include "model/edge_lines.h"
 #include "model/layout.h"
+#include "sv/gdi.h"
 
 #include <windows.h>
 
@@ -43,24 +44,6 @@ std::wstring wide(std::string_view utf8) {
     return text;
 }
 
-// Selects an object and puts the one before back.
-class Selection {
-public:
-    Selection(HDC device, HGDIOBJ object)
-        : m_device(device), m_object(object), m_previous(::SelectObject(device, object)) {}
-    Selection(const Selection&) = delete;
-    Selection& operator=(const Selection&) = delete;
-    ~Selection() {
-        ::SelectObject(m_device, m_previous);
-        ::DeleteObject(m_object);
-    }
-
-private:
-    HDC m_device;
-    HGDIOBJ m_object;
-    HGDIOBJ m_previous;
-};
-
 HFONT newFont(int height) { return SV::Font("Segoe UI", {0, height}).Create(); }
 
 class CaptionMeasure {
@@ -90,7 +73,7 @@ private:
 
     const bool m_isExact;
     SV::VirtualDevice m_device;
-    Selection m_font;
+    SV::SelectedObject m_font;
 };
 
 double scaleOf(Size size, std::size_t nodeCount) {
@@ -157,8 +140,8 @@ private:
 
     void drawEdges() const {
         const HDC dc = m_device.GetDC();
-        const Selection pen(dc, ::CreatePen(PS_SOLID, penWidth(), kEdgeColor.GetRef()));
-        const Selection brush(dc, ::CreateSolidBrush(kEdgeColor.GetRef()));
+        const SV::SelectedObject pen(dc, ::CreatePen(PS_SOLID, penWidth(), kEdgeColor.GetRef()));
+        const SV::SelectedObject brush(dc, ::CreateSolidBrush(kEdgeColor.GetRef()));
         const bool withHeads = m_graph.isDirected();
         std::vector<POINT> points;
         for (std::size_t i = 0; i < m_layout.lines.size(); ++i) {
@@ -186,8 +169,8 @@ private:
 
     void drawBoxes() const {
         const HDC dc = m_device.GetDC();
-        const Selection pen(dc, ::CreatePen(PS_SOLID, penWidth(), kBorderColor.GetRef()));
-        const Selection brush(dc, ::CreateSolidBrush(kFillColor.GetRef()));
+        const SV::SelectedObject pen(dc, ::CreatePen(PS_SOLID, penWidth(), kBorderColor.GetRef()));
+        const SV::SelectedObject brush(dc, ::CreateSolidBrush(kFillColor.GetRef()));
         const int round = at(8);
         for (const Box& box : m_layout.boxes) {
             ::RoundRect(dc, at(box.left()), at(box.top()), at(box.right()), at(box.bottom()), round,
@@ -197,7 +180,7 @@ private:
 
     void drawLabels() const {
         const HDC dc = m_device.GetDC();
-        const Selection font(dc, newFont(static_cast<int>(kLabelHeight * m_scale)));
+        const SV::SelectedObject font(dc, newFont(static_cast<int>(kLabelHeight * m_scale)));
         ::SetBkMode(dc, OPAQUE);
         ::SetBkColor(dc, kPaper.GetRef());
         ::SetTextColor(dc, kLabelColor.GetRef());
@@ -213,7 +196,7 @@ private:
 
     void drawCaptions(int fontHeight) const {
         const HDC dc = m_device.GetDC();
-        const Selection font(dc, newFont(fontHeight));
+        const SV::SelectedObject font(dc, newFont(fontHeight));
         ::SetBkMode(dc, TRANSPARENT);
         ::SetTextColor(dc, kTextColor.GetRef());
         for (std::size_t i = 0; i < m_layout.boxes.size(); ++i) {

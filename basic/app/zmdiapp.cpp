@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "sv/gdi.h"
 #include "zbasic/zapp.h"
 #include "zbasic/zgui.h"
 
@@ -10,24 +11,6 @@
 namespace {
 
 constexpr double kFrameWeight = 0.2;
-
-// Owner of a GDI object that is selected for as long as it lives.
-class SelectedObject {
-public:
-    SelectedObject(HDC device, HGDIOBJ object)
-        : m_device(device), m_object(object), m_previous(::SelectObject(device, object)) {}
-    SelectedObject(const SelectedObject&) = delete;
-    SelectedObject& operator=(const SelectedObject&) = delete;
-    ~SelectedObject() {
-        ::SelectObject(m_device, m_previous);
-        ::DeleteObject(m_object);
-    }
-
-private:
-    HDC m_device;
-    HGDIOBJ m_object;
-    HGDIOBJ m_previous;
-};
 
 SV::Size targetSize(bool useVirtualScreen) {
     SV::Size size = {::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
@@ -111,7 +94,7 @@ public:
         const SV::Color color =
             ZelColor::srcOver(theme.GetColor(ZelThemeManager::kText),
                               theme.GetColor(ZelThemeManager::kWorkspace), kFrameWeight);
-        const SelectedObject pen(m_device, ::CreatePen(PS_SOLID, 1, color.GetRef()));
+        const SV::SelectedObject pen(m_device, ::CreatePen(PS_SOLID, 1, color.GetRef()));
         const HGDIOBJ previous = ::SelectObject(m_device, ::GetStockObject(NULL_BRUSH));
         ::Rectangle(m_device, 0, 0, m_width + 2, m_height + 2);
         ::SelectObject(m_device, previous);

@@ -48,7 +48,7 @@ bool isShortInText(char32_t character) { return mayStandInText(character) && cha
 bool hasLongLine(std::string_view text) {
     while (text.size() > kLongLine) {
         const std::size_t end = text.find('\n');
-        if (end == text.npos || end > kLongLine) return true;
+        if (end > kLongLine) return true;  // no further line end counts as far away
         text.remove_prefix(end + 1);
     }
     return false;

@@ -7,6 +7,7 @@
 #include "sv/datetime.h"
 #include "sv/export.h"
 #include "sv/font.h"
+#include "sv/gdi.h"
 #include "sv/help.h"
 #include "sv/image.h"
 #include "sv/international.h"
