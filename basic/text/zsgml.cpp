@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::uint32_t kBuiltInEntities = 11764;  // of the bytes from 128 on
 constexpr std::size_t kLineLimit = 1000;
+constexpr std::size_t kPieceSize = 8192;
 constexpr int kMostLines = 257;  // language and 256 entities
 constexpr std::string_view kUsualLower = "\r\"&<>";
 
@@ -96,6 +97,14 @@ SV::String ZelSGMLString::GetSGMLString(const SV::String& text) {
 std::ostream& operator<<(std::ostream& stream, const ZelSGMLString& text) {
     if (ZelSGMLString::g_eCurExportFileType == kExportFileTypeXml) {
         return stream << ZelSGMLString::XMLStr(text.m_text, true);
+    }
+    // Each byte is converted for itself: long texts go in pieces that stay in the processor's
+    // cache.
+    if (text.m_text.size() > kPieceSize && stream.width() == 0) {
+        for (std::size_t pos = 0; pos < text.m_text.size(); pos += kPieceSize) {
+            stream << ZelSGMLString(text.m_text.substr(pos, kPieceSize));
+        }
+        return stream;
     }
     bool converted = false;
     std::size_t size = 0;

@@ -189,6 +189,18 @@ TEST_F(Sgml, InsertsAsTheExportFileTypeSays) {
     EXPECT_EQ(inserted("\"\r"), "&#34;");
 }
 
+TEST_F(Sgml, InsertsLongTextsWhole) {
+    std::string text, expected;
+    for (int i = 0; i < 30'000; ++i) {
+        text += i % 7 ? "x" : "<\xFC";
+        expected += i % 7 ? "x" : "&lt;&uuml;";
+    }
+    EXPECT_EQ(inserted(text.c_str()), expected);
+    std::ostringstream padded;
+    padded << std::setw(static_cast<int>(expected.size()) + 2) << ZelSGMLString(text.c_str());
+    EXPECT_EQ(padded.str(), "  " + expected);
+}
+
 TEST_F(Sgml, CopiesAndMoves) {
     ZelSGMLString first("<");
     ZelSGMLString second(first);
