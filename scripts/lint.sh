@@ -33,7 +33,7 @@ tidy() {
         --extra-arg-before=--target=x86_64-w64-windows-gnu --extra-arg=-nostdinc++ \
         --extra-arg=-isystem"$mingw" --extra-arg=-isystem"$mingw/x86_64-w64-mingw32" \
         --extra-arg=-isystem"$mingw/backward" --extra-arg=-isystem/usr/share/mingw-w64/include \
-        --extra-arg=-Wno-unknown-warning-option "$source" && touch "$(stamp_of "$source")"
+        --extra-arg=-Wno-unknown-warning-option --extra-arg=-Wno-sign-conversion "$source" && touch "$(stamp_of "$source")"
 }
 export -f tidy stamp_of
 export build clean headers mingw

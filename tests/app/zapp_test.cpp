@@ -46,7 +46,7 @@ public:
         mode = backgroundMode;
         return !background.IsEmpty();
     }
-    void setBackground(SV::Image image, int mode) {
+    void setBackground(const SV::Image& image, int mode) {
         m_clientImage = SV::Bitmap(image);
         m_clientImageMode = mode;
     }

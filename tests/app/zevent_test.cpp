@@ -112,7 +112,7 @@ TEST(EventOrder, CopiesOfAListenerHaveNoRegistrations) {
     a.listen();
     b.listen();
     {
-        const Probe copy(a);
+        const auto copy = std::make_unique<Probe>(a);
         EXPECT_EQ(callsOf(calls), "BA");
     }
     static_cast<ZelEventListener&>(a) = b;
@@ -220,9 +220,9 @@ TEST(EventReentry, ReachesNoListenerThatIsGoneAndNoHandlerTooEarly) {
         SCOPED_TRACE(why);
         World world;
         bool isDone = false;
-        world.get('B').action = [&](ZelEvent&) {
+        world.get('B').action = [&, &act = action](ZelEvent&) {
             if (std::exchange(isDone, true)) return;
-            action(world);
+            act(world);
         };
         EXPECT_EQ(callsOf(world.calls), first);
         EXPECT_EQ(callsOf(world.calls), second);

@@ -39,7 +39,7 @@ std::string debuggerOutput(const std::string& name) {
             std::string text(info.nDebugStringLength, '\0');
             ::ReadProcessMemory(process.hProcess, info.lpDebugStringData, text.data(), text.size(),
                                 nullptr);
-            output += text.c_str();  // without its NUL
+            output += text.substr(0, text.find('\0'));
         }
         ::ContinueDebugEvent(event.dwProcessId, event.dwThreadId, DBG_CONTINUE);
     }
