@@ -211,8 +211,10 @@ private:
         }
         const std::size_t end = m_heap.size;
         if (size > m_heap.block->capacity - end || !isUnique()) return nullptr;
-        setHeap(m_heap.block, end + size);
-        return m_heap.block->text() + end;
+        char* const text = m_heap.block->text();
+        m_heap.size = end + size;
+        text[end + size] = '\0';
+        return text + end;
     }
     void release() noexcept {
         if (isHeap()) releaseBlock(m_heap.block);
