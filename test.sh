@@ -12,7 +12,7 @@ trap stop EXIT
 started=$SECONDS
 step "Installing missing packages" scripts/install-packages.sh test
 step "Building dependencies" scripts/build-deps.sh
-step "Building the library, the host and the tools" scripts/build.sh cross-release
+step "Building the library, the host and the tools" scripts/build.sh cross-release -DZBASIC_TESTS=ON
 step "Starting Wine" cmake/wine-up
 results=build/cross-release/tests.log
 step "Running the tests under Wine" xvfb-run -a -s "-screen 0 1280x1024x24" \
