@@ -20,8 +20,9 @@ constexpr int kViewMenu = 1;  // position; the open windows are listed below its
 
 void showBox(Text title, const SV::String& text) {
     if (SV::Application::IsModalDialogSuppression()) return;
-    SV::ShowMessageBox(SV::Application::GetAppWindow(), text, textOf(title),
-                       MB_OK | MB_ICONINFORMATION);
+    SV::String caption = textOf(title);  // may be that of a menu, with its access key
+    caption.erase(std::min(caption.find('&'), caption.size()), 1);
+    SV::ShowMessageBox(SV::Application::GetAppWindow(), text, caption, MB_OK | MB_ICONINFORMATION);
 }
 
 // Loaded when it is needed: the common dialogs bring half of the system with them.

@@ -264,6 +264,7 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
     std::filesystem::remove(dir.path("out\\n.png"));
     post(frame, HostFrame::kExport);
     const SeenBox exported = watcher.waitFor(4)[3];
+    EXPECT_EQ(exported.caption, "Export");  // without the access key of the menu
     EXPECT_EQ(exported.text, "The files were written to\n" + dir.path("out"));
     EXPECT_TRUE(std::filesystem::exists(dir.path("out\\n.png")));
 
