@@ -10,7 +10,6 @@
 #include "paths.h"
 #include "texts.h"
 #include "zbasic/zcmdline.h"
-#include "zbasic/zinter.h"
 #include "zbasic/ztrace.h"
 #include "zbasic/zversion.h"
 
