@@ -41,7 +41,7 @@ source_versions() {
 
 # unpack_source PACKAGE VERSION FOLDER: its sources with Debian's patches, in FOLDER/<one folder>.
 unpack_source() {
-    (cd "$3" && apt-get "${apt_options[@]}" -qq source "$1=$2") >"$3/apt.log" 2>&1
+    (cd "$3" && rm -rf ./* && apt-get "${apt_options[@]}" -qq source "$1=$2") >"$3.log" 2>&1
 }
 
 package_version() { dpkg-query -W -f='${Version}' "$1"; }
@@ -80,11 +80,37 @@ googletest() {
     printf '%s' "$prefix"
 }
 
-# debian_library PACKAGE OPTIONS...: a library from Debian's sources. A listed version that was built
-# before serves; else the newest that can be fetched (an archive's copy may lack the very newest).
+# What the library needs of libcrypto is AES by its current interface and base64 filters; all other
+# algorithms that can be left out are.
+openssl_options=(mingw64 no-shared no-tests no-engine no-dso no-async no-sock no-ssl no-tls no-dtls
+    no-aria no-bf no-blake2 no-camellia no-cast no-chacha no-cmac no-cmp no-cms no-comp no-ct no-des
+    no-dh no-dsa no-ec no-gost no-idea no-legacy no-md4 no-mdc2 no-multiblock no-ocb no-ocsp
+    no-poly1305 no-psk no-rc2 no-rc4 no-rmd160 no-scrypt no-seed no-siphash no-siv no-sm2 no-sm3
+    no-sm4 no-srp no-srtp no-ts no-whirlpool no-autoload-config)
+
+# openssl_library PREFIX SOURCES OPTIONS...: a static libcrypto, by the project's own build.
+openssl_library() {
+    local prefix=$1 sources=$2 work
+    shift 2
+    work=$(mktemp -d)
+    (
+        cd "$sources"
+        ./Configure "$@" --cross-compile-prefix=x86_64-w64-mingw32- CC=gcc-posix &&
+            make -j"$(nproc)" build_generated && make -j"$(nproc)" libcrypto.a &&
+            mkdir -p "$work/install/lib" && cp libcrypto.a "$work/install/lib/" &&
+            cp -r include LICENSE.txt "$work/install/"
+    ) >"$work/log" 2>&1 || { tail -n 30 "$work/log" >&2; return 1; }
+    mkdir -p "$(dirname "$prefix")"
+    mv "$work/install" "$prefix"
+    rm -rf "$work"
+}
+
+# debian_library BUILD PACKAGE OPTIONS...: a library from Debian's sources, built by the function
+# BUILD. A listed version that was built before serves; else the newest that can be fetched (an
+# archive's copy may lack the very newest).
 debian_library() {
-    local package=$1 versions version prefix sources
-    shift
+    local build=$1 package=$2 versions version prefix sources
+    shift 2
     versions=$(source_versions "$package")
     for version in $versions; do
         prefix=$(prefix_of "$package" "$version" "$@")
@@ -97,17 +123,22 @@ debian_library() {
     for version in $versions; do
         unpack_source "$package" "$version" "$sources" || continue
         prefix=$(prefix_of "$package" "$version" "$@")
-        cmake_library "$prefix" "$sources/$package"-*/ "$@" || return 1
+        "$build" "$prefix" "$(echo "$sources/${package%%[0-9]*}"*/)" "$@" || return 1
         rm -rf "$sources"
         printf '%s' "$prefix"
         return
     done
     echo "No version of Debian's source package $package can be fetched:" >&2
-    tail -n 5 "$sources/apt.log" >&2
+    tail -n 5 "$sources.log" >&2
     return 1
 }
 
 googletest_folder=$(googletest)
 # Pictures of the sample host. Its compression is Debian's libz-mingw-w64-dev.
-libpng_folder=$(debian_library libpng1.6 -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF)
-printf '%s;%s\n' "$googletest_folder" "$libpng_folder"
+libpng_folder=$(debian_library cmake_library libpng1.6 \
+    -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF)
+# The engine of the pattern matchers.
+pcre2_folder=$(debian_library cmake_library pcre2 \
+    -DPCRE2_SUPPORT_JIT=ON -DPCRE2_BUILD_PCRE2GREP=OFF -DPCRE2_BUILD_TESTS=OFF)
+openssl_folder=$(debian_library openssl_library openssl "${openssl_options[@]}")
+printf '%s;%s;%s;%s\n' "$googletest_folder" "$libpng_folder" "$pcre2_folder" "$openssl_folder"

@@ -1,10 +1,11 @@
-// GUI support: colours, the scale of the screen, and the parent windows of boxes.
+// GUI support: colours, the scale of the screen, boxes and their parent windows.
 
 #pragma once
 
 #include <cstdint>
 
 #include "sv/color.h"
+#include "sv/string.h"
 #include "zbasic/zexport.h"
 
 namespace SV {
@@ -57,3 +58,50 @@ ZBASIC_API void Zel_PushParentWindow(SV::Window* window);
 ZBASIC_API void Zel_PopParentWindow();            // nothing happens to an empty stack
 ZBASIC_API SV::Window* Zel_GetTopParentWindow();  // null for an empty stack
 }
+
+// A modal box with a message: what the four kinds below share. Main thread only.
+//
+// Its owner is `parent` (not owned), without one the window on top of the stack; its caption
+// is the application window's title. The busy state is switched off while it is open.
+// Under dialog suppression it is not shown but logged, and its first button is the answer.
+class ZBASIC_API ZelMessageBox {
+public:
+    enum Buttons : std::uint32_t { kOk = 16, kOkCancel = 32, kYesNo = 64, kYesNoCancel = 128 };
+    enum Answer : std::int32_t { kAnswerCancel = 0, kAnswerOk = 1, kAnswerYes = 2, kAnswerNo = 3 };
+
+    // Opens the box and waits for the user. A box that the system cannot show is cancelled,
+    // one with nothing to cancel counts as read (OK) or refused (No).
+    Answer Execute() const;
+
+protected:
+    // An unknown `buttons` value gives an OK button.
+    ZelMessageBox(SV::Window* parent, std::uint32_t buttons, const SV::String& message,
+                  std::uint32_t icon);
+    ~ZelMessageBox() = default;
+
+private:
+    SV::Window* m_parent;
+    std::uint32_t m_buttons;
+    std::uint32_t m_icon;  // as the system numbers it
+    SV::String m_message;
+};
+
+class ZBASIC_API ZelErrorBox : public ZelMessageBox {
+public:
+    ZelErrorBox(SV::Window* parent, std::uint32_t buttons, const SV::String& message);
+};
+
+class ZBASIC_API ZelWarningBox : public ZelMessageBox {
+public:
+    ZelWarningBox(SV::Window* parent, std::uint32_t buttons, const SV::String& message);
+};
+
+class ZBASIC_API ZelInfoBox : public ZelMessageBox {
+public:
+    ZelInfoBox(SV::Window* parent, std::uint32_t buttons, const SV::String& message);
+};
+
+class ZBASIC_API ZelQueryBox : public ZelMessageBox {
+public:
+    ZelQueryBox(SV::Window* parent, std::uint32_t buttons, const SV::String& message);
+};
