@@ -28,9 +28,9 @@ const AnswerCase kAnswers[] = {
     {"a style that means nothing has OK only", 7, IDOK, {"OK"}, ZelMessageBox::kAnswerOk},
     {"OK of two", 32, IDOK, {"OK", "Cancel"}, ZelMessageBox::kAnswerOk},
     {"Cancel of two", 32, IDCANCEL, {"OK", "Cancel"}, ZelMessageBox::kAnswerCancel},
-    {"Yes", 64, IDYES, {"Yes", "No"}, ZelMessageBox::kAnswerYes},
-    {"No", 64, IDNO, {"Yes", "No"}, ZelMessageBox::kAnswerNo},
-    {"Cancel of three", 128, IDCANCEL, {"Yes", "No", "Cancel"}, ZelMessageBox::kAnswerCancel},
+    {"Yes", 64, IDYES, {"&Yes", "&No"}, ZelMessageBox::kAnswerYes},
+    {"No", 64, IDNO, {"&Yes", "&No"}, ZelMessageBox::kAnswerNo},
+    {"Cancel of three", 128, IDCANCEL, {"&Yes", "&No", "Cancel"}, ZelMessageBox::kAnswerCancel},
 };
 
 class Suppressed {
