@@ -26,6 +26,26 @@ const char* findByte(const char* begin, const char* end, const Candidates& candi
     return at;
 }
 
+// How many bytes the candidates accept; the mask must not be 0xFF for any other.
+template <class Candidates>
+std::size_t countBytes(const char* begin, const char* end, const Candidates& candidates) {
+    constexpr std::ptrdiff_t kStep = sizeof(__m128i);
+    constexpr int kMaxRounds = 255;  // what a byte counts up to
+    std::size_t count = 0;
+    while (end - begin >= kStep) {
+        __m128i counts = _mm_setzero_si128();
+        for (int round = 0; round < kMaxRounds && end - begin >= kStep; ++round, begin += kStep) {
+            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(begin));
+            counts = _mm_sub_epi8(counts, candidates(bytes));
+        }
+        const __m128i sums = _mm_sad_epu8(counts, _mm_setzero_si128());
+        count += static_cast<std::size_t>(_mm_cvtsi128_si64(sums)) +
+                 static_cast<std::size_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(sums, sums)));
+    }
+    for (; begin != end; ++begin) count += candidates(*begin) ? 1 : 0;
+    return count;
+}
+
 // Masks for `Candidates`. Two letters that differ in one bit cost one comparison.
 inline __m128i isByte(__m128i bytes, char byte) {
     return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(byte));

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cstddef>
 #include <string_view>
 
 #include "diag/comparetext.h"
-#include "sv/path.h"
 #include "text/ztools_sys.h"
 
 namespace {
@@ -31,6 +30,10 @@ bool isForbiddenControl(unsigned char byte) {
 }
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool isSign(char c) { return c == '+' || c == '-'; }
 
 bool isAsciiLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
@@ -73,18 +76,22 @@ bool isValidRest(std::string_view path, int colonsAllowed) {
 
 }  // namespace
 
-SV::String Zel_MaskCSV(const SV::String& field) {
-    const std::string_view text = field;
-    if (text.find_first_of("\";") == std::string_view::npos) return field;
-    SV::String masked;
-    masked.reserve(text.size() + 8);
-    masked += '"';
-    std::size_t from = 0;
-    for (std::size_t quote; (quote = text.find('"', from)) != std::string_view::npos;) {
-        masked.append(text.substr(from, quote + 1 - from)).append("\"", 1);
-        from = quote + 1;
-    }
-    return masked.append(text.substr(from)) += '"';
+bool Zel_Valid_Integer(const char* text) {
+    const std::string_view digits = text ? text : "";
+    if (digits.empty() || !(isDigit(digits[0]) || isSign(digits[0]))) return false;
+    return std::ranges::all_of(digits.substr(1), isDigit);  // Relied on by callers: or none at all
+}
+
+bool Zel_Valid_Double(const char* text) {
+    std::string_view digits = text ? text : "";
+    if (digits.empty()) return false;
+    if (isSign(digits[0])) digits.remove_prefix(1);
+    const auto digitCount = std::ranges::count_if(digits, isDigit);
+    const auto restCount = static_cast<std::ptrdiff_t>(digits.size()) - digitCount;
+    if (digitCount == 0 || restCount > 1) return false;
+    if (restCount == 0) return true;
+    const char separator = *std::ranges::find_if_not(digits, isDigit);
+    return separator == '.' || separator == decimalSeparator();
 }
 
 bool Zel_IsValidXMLChar(char c, bool allowEuroByte, bool checkControlRange) {
@@ -114,22 +121,4 @@ bool Zel_Valid_DBFilename(const char* path) {
     constexpr std::string_view kPrefix = "DB:\\";
     const std::string_view text = path ? path : "";
     return isEqualIgnoringCase(text.substr(0, kPrefix.size()), kPrefix);
-}
-
-bool Zel_FileExists(const char* path) {
-    if (!path || !*path || Zel_Valid_DBFilename(path)) return false;
-    std::FILE* const file = std::fopen(path, "rb");
-    if (file) std::fclose(file);
-    return file != nullptr;
-}
-
-SV::String Zel_GetProgramPath(bool withSeparator) {
-    SV::String path = SV::GetProgramDirectory();
-    if (!withSeparator) path.erase(path.size() - 1);
-    return path;
-}
-
-SV::String Zel_GetProgramPathFilename(const SV::String& name) {
-    if (SV::IsAbsolutePath(name) || !Zel_Valid_Filename(name.c_str())) return name;
-    return Zel_GetProgramPath(true) + name;
 }

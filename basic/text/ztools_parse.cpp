@@ -1,0 +1,172 @@
+// Reading numbers, whatever the locale.
+
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string>
+
+#include "zbasic/ztools.h"
+
+namespace {
+
+bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+bool isSeparator(char c) { return c == '.' || c == ','; }
+
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
+
+struct Decimal {
+    static constexpr std::uint64_t kBase = 10;
+    static constexpr std::int64_t kDigitExponent = 1;  // of a digit's place
+    static constexpr char kExponentMark = 'e';
+    static constexpr std::chars_format kFormat = std::chars_format::general;
+
+    static unsigned digitOf(char c) { return static_cast<unsigned>(c) - '0'; }
+};
+
+struct Hexadecimal {
+    static constexpr std::uint64_t kBase = 16;
+    static constexpr std::int64_t kDigitExponent = 4;
+    static constexpr char kExponentMark = 'p';
+    static constexpr std::chars_format kFormat = std::chars_format::hex;
+
+    static unsigned digitOf(char c) {
+        const unsigned digit = static_cast<unsigned>(c) - '0';
+        const unsigned letter = static_cast<unsigned>(lower(c)) - 'a';
+        return digit < 10 ? digit : letter < 6 ? letter + 10 : 16;
+    }
+};
+
+// The text of a number, read once. Its value is `digits` times the base to the power of `exponent`.
+template <typename Notation>
+class Number {
+public:
+    explicit Number(const char* text) : m_begin(text), m_end(text) {
+        readDigits();
+        if (isSeparator(*m_end)) {
+            m_separator = m_end++;
+            const char* const fraction = m_end;
+            readDigits();
+            m_exponent = (fraction - m_end) * Notation::kDigitExponent;
+        }
+        if (m_digitCount != 0) readExponent();
+    }
+
+    double value() const;
+
+private:
+    void readDigits();
+    void readExponent();
+    bool isHuge() const { return m_significantCount * Notation::kDigitExponent + m_exponent > 0; }
+    double valueOf(const char* begin) const;
+
+    const char* const m_begin;
+    const char* m_end;
+    const char* m_separator = nullptr;
+    std::uint64_t m_digits = 0;  // exact while `m_significantCount` is small
+    std::int64_t m_digitCount = 0;
+    std::int64_t m_significantCount = 0;  // from the first that is not 0
+    std::int64_t m_exponent = 0;
+};
+
+template <typename Notation>
+void Number<Notation>::readDigits() {
+    const char* const begin = m_end;
+    for (unsigned digit; (digit = Notation::digitOf(*m_end)) < Notation::kBase; ++m_end) {
+        m_digits = m_digits * Notation::kBase + digit;
+        m_significantCount += m_significantCount != 0 || digit != 0;
+    }
+    m_digitCount += m_end - begin;
+}
+
+template <typename Notation>
+void Number<Notation>::readExponent() {
+    if (lower(*m_end) != Notation::kExponentMark) return;
+    const char* at = m_end + 1;
+    const bool isNegative = *at == '-';
+    if (isNegative || *at == '+') ++at;
+    if (Decimal::digitOf(*at) > 9) return;
+    constexpr std::int64_t kLimit = std::int64_t{1} << 50;  // beyond what digits could make up for
+    std::int64_t exponent = 0;
+    for (unsigned digit; (digit = Decimal::digitOf(*at)) <= 9; ++at) {
+        if (exponent < kLimit) exponent = exponent * 10 + digit;
+    }
+    m_exponent += isNegative ? -exponent : exponent;
+    m_end = at;
+}
+
+template <typename Notation>
+double Number<Notation>::valueOf(const char* begin) const {
+    double value = 0;
+    const auto [end, error] =
+        std::from_chars(begin, begin + (m_end - m_begin), value, Notation::kFormat);
+    if (error == std::errc::result_out_of_range) {
+        return isHuge() ? std::numeric_limits<double>::infinity() : 0.0;
+    }
+    return value;
+}
+
+// Integers up to 2^53 and powers of ten up to 10^22 are exact in a double, so that one operation on
+// them rounds as the value itself does (W. Clinger, "How to Read Floating Point Numbers
+// Accurately").
+bool isExact(std::uint64_t digits, std::int64_t exponent) {
+    return digits <= std::uint64_t{1} << 53 && exponent >= -22 && exponent <= 22;
+}
+
+double exactValue(std::uint64_t digits, std::int64_t exponent) {
+    static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                         1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                         1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    const auto value = static_cast<double>(digits);
+    return exponent < 0 ? value / kPowers[-exponent] : value * kPowers[exponent];
+}
+
+template <typename Notation>
+double Number<Notation>::value() const {
+    if (m_significantCount == 0) return 0.0;
+    if constexpr (Notation::kBase == 10) {
+        constexpr std::int64_t kMaxDigits = 19;  // of a 64-bit integer
+        if (m_significantCount <= kMaxDigits && isExact(m_digits, m_exponent)) {
+            return exactValue(m_digits, m_exponent);
+        }
+    }
+    if (!m_separator || *m_separator == '.') return valueOf(m_begin);
+    const auto size = static_cast<std::size_t>(m_end - m_begin);
+    const auto withPoint = [&](char* copy) {
+        std::memcpy(copy, m_begin, size);
+        copy[m_separator - m_begin] = '.';
+        return valueOf(copy);
+    };
+    char buffer[128];
+    return size <= sizeof buffer ? withPoint(buffer) : withPoint(std::string(size, '\0').data());
+}
+
+bool isHexadecimal(const char* text) {
+    if (text[0] != '0' || lower(text[1]) != 'x') return false;
+    const char* const digits = text + (isSeparator(text[2]) ? 3 : 2);
+    return Hexadecimal::digitOf(*digits) < 16;
+}
+
+bool beginsWith(const char* text, const char* word) {
+    while (*word && lower(*text) == *word) ++text, ++word;
+    return *word == '\0';
+}
+
+double magnitude(const char* text) {
+    if (beginsWith(text, "inf")) return std::numeric_limits<double>::infinity();
+    if (beginsWith(text, "nan")) return std::numeric_limits<double>::quiet_NaN();
+    return isHexadecimal(text) ? Number<Hexadecimal>(text + 2).value()
+                               : Number<Decimal>(text).value();
+}
+
+}  // namespace
+
+double zel_atof(const char* text) {
+    if (!text) return 0.0;
+    while (isSpace(*text)) ++text;
+    const bool isNegative = *text == '-';
+    if (isNegative || *text == '+') ++text;
+    const double value = magnitude(text);
+    return isNegative ? -value : value;
+}

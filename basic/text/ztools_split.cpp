@@ -1,0 +1,93 @@
+// Splitting text, and looking for single characters.
+
+#include <algorithm>
+#include <cstring>
+
+#include "text/bytescan.h"
+#include "zbasic/ztools.h"
+
+namespace {
+
+// Where a separator begins, or where it might, as it is longer than its first character.
+class FirstByte {
+public:
+    explicit FirstByte(char c) : m_c(c) {}
+    __m128i operator()(__m128i bytes) const { return isByte(bytes, m_c); }
+    bool operator()(char c) const { return c == m_c; }
+
+private:
+    char m_c;
+};
+
+// Hands a text's tokens to `tokens` one by one.
+class Splitter {
+public:
+    Splitter(std::string_view text, ISequence<SV::String>& tokens)
+        : m_from(text.data()), m_end(text.data() + text.size()), m_tokens(tokens) {}
+
+    void split(std::string_view separator) {
+        const std::size_t size = separator.size();
+        for (std::size_t at; (at = rest().find(separator)) != std::string_view::npos;) {
+            append(m_from + at, size);
+        }
+        appendToken(m_end);
+    }
+    void split(char separator) {
+        const FirstByte candidates(separator);
+        for (const char* at; (at = findByte(m_from, m_end, candidates)) != m_end;) append(at, 1);
+        appendToken(m_end);
+    }
+
+private:
+    std::string_view rest() const { return {m_from, m_end}; }
+    void appendToken(const char* end) {
+        m_token.assign(m_from, static_cast<std::size_t>(end - m_from));
+        m_tokens.append(m_token);
+    }
+    void append(const char* end, std::size_t separatorSize) {
+        appendToken(end);
+        m_from = end + separatorSize;
+    }
+
+    const char* m_from;
+    const char* const m_end;
+    ISequence<SV::String>& m_tokens;
+    SV::String m_token;
+};
+
+}  // namespace
+
+void Zel_SplitIntoTokens(const SV::String& text, const char* separator,
+                         ISequence<SV::String>& tokens) {
+    const SV::String source = text;  // which may be an element of `tokens`
+    const SV::String searched = separator;
+    tokens.clear();
+    if (searched.empty()) return;
+    if (searched.size() == 1) {
+        Splitter(source, tokens).split(searched[0]);
+    } else {
+        Splitter(source, tokens).split(searched);
+    }
+}
+
+void Zel_SplitIntoTokens(const SV::String& text, char separator, ISequence<SV::String>& tokens) {
+    const char separators[] = {separator, '\0'};
+    Zel_SplitIntoTokens(text, separators, tokens);
+}
+
+void zel_getuntil(const char* text, char stop, SV::String& out) {
+    const std::string_view source = text ? text : "";
+    const std::size_t at = source.find(stop);
+    out.assign(source.substr(0, at == std::string_view::npos ? at : at + 1));
+}
+
+int zel_charcount(const char* text, char c) {
+    const std::string_view source = text ? text : "";
+    return static_cast<int>(countBytes(source.data(), source.data() + source.size(), FirstByte(c)));
+}
+
+void zel_charreplace(char* text, char from, char to) {
+    if (!text || from == to) return;
+    // Only what changes is written: the rest may lie where nothing can be.
+    std::replace(text, text + std::strlen(text), from, to);
+}
