@@ -2,35 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 
-#include "support/child.h"
-#include "support/temp_dir.h"
-
 namespace {
-
-struct CsvCase {
-    const char* why;
-    const char* field;
-    const char* expected;
-};
-
-const CsvCase kCsv[] = {
-    {"empty", "", ""},
-    {"neither quote nor semicolon", " a,b\n ", " a,b\n "},
-    {"semicolon", "a;b", "\"a;b\""},
-    {"quote", "a\"b", "\"a\"\"b\""},
-    {"nothing but quotes", "\"\"", "\"\"\"\"\"\""},
-    {"both, quote last", ";\"", "\";\"\"\""},
-};
-
-TEST(Tools, MasksACsvField) {
-    for (const auto& [why, field, expected] : kCsv) {
-        SCOPED_TRACE(why);
-        EXPECT_EQ(Zel_MaskCSV(field), expected);
-    }
-}
 
 // The bytes that are valid, as text.
 std::string validBytes(bool allowEuroByte, bool checkControlRange) {
@@ -55,7 +29,7 @@ std::string bytesWithout(std::string_view invalid) {
 // What code page 1252 maps to itself in its upper control range, and DEL.
 constexpr std::string_view kNoCharacters = "\x7F\x81\x8D\x8F\x90\x9D";
 
-TEST(Tools, TellsBytesThatXmlCanHold) {
+TEST(ToolsSyntax, TellsBytesThatXmlCanHold) {
     std::string controls;
     for (char c = 1; c < 32; ++c) controls += c;
     std::erase_if(controls, [](char c) { return c == '\t' || c == '\n' || c == '\r'; });
@@ -123,13 +97,13 @@ const FilenameCase kFilenames[] = {
     {"\\\\server\\share\\a\\nul", true},
 };
 
-TEST(Tools, TellsWellFormedFileNames) {
+TEST(ToolsSyntax, TellsWellFormedFileNames) {
     for (const auto& [path, expected] : kFilenames) {
         EXPECT_EQ(Zel_Valid_Filename(path), expected) << (path ? path : "null");
     }
 }
 
-TEST(Tools, TellsFilesInTheDatabase) {
+TEST(ToolsSyntax, TellsFilesInTheDatabase) {
     EXPECT_TRUE(Zel_Valid_DBFilename("DB:\\"));
     EXPECT_TRUE(Zel_Valid_DBFilename("db:\\a"));
     EXPECT_FALSE(Zel_Valid_DBFilename("DB:/a"));
@@ -139,25 +113,29 @@ TEST(Tools, TellsFilesInTheDatabase) {
     EXPECT_FALSE(Zel_Valid_DBFilename(nullptr));
 }
 
-TEST(Tools, TellsWhetherAFileExists) {
-    const TempDir dir;
-    EXPECT_TRUE(Zel_FileExists(dir.write("a", "").c_str()));
-    EXPECT_FALSE(Zel_FileExists(dir.path("b").c_str()));
-    EXPECT_FALSE(Zel_FileExists("DB:\\a"));
-    EXPECT_FALSE(Zel_FileExists(""));
-    EXPECT_FALSE(Zel_FileExists(nullptr));
-}
+struct NumberCase {
+    const char* text;
+    bool isInteger;
+    bool isDouble;
+};
 
-TEST(Tools, FindsFilesBesideTheProgram) {
-    const std::string folder = programFolder();
-    EXPECT_EQ(Zel_GetProgramPath(false), folder);
-    EXPECT_EQ(Zel_GetProgramPath(true), folder + "\\");
-    EXPECT_EQ(Zel_GetProgramPathFilename("lang.ini"), folder + "\\lang.ini");
-    EXPECT_EQ(Zel_GetProgramPathFilename("plugins\\a.dll"), folder + "\\plugins\\a.dll");
-    EXPECT_EQ(Zel_GetProgramPathFilename("c:relative"), folder + "\\c:relative");
-    for (const char* unchanged :
-         {"", "C:\\a", "d:/a", "\\a", "/a", "\\\\server\\share\\a", "a?b", "dir\\"}) {
-        EXPECT_EQ(Zel_GetProgramPathFilename(unchanged), unchanged);
+const NumberCase kNumbers[] = {
+    {nullptr, false, false},    {"", false, false},      {"0", true, true},
+    {"0123456789", true, true}, {"+1", true, true},      {"-1", true, true},
+    {"-", true, false},  // a sign alone will do for an integer
+    {"+", true, false},         {"--1", false, false},   {"1-", false, false},
+    {" 1", false, false},       {"1 ", false, false},    {"1e5", false, false},
+    {"0x1", false, false},      {"\xB2", false, false},  // digits are those of ASCII
+    {"1.5", false, true},       {"1.", false, true},     {".5", false, true},
+    {"-.5", false, true},       {".", false, false},     {"-.", false, false},
+    {".-5", false, false},      {"1.2.3", false, false}, {".2.", false, false},
+    {"1,5", false, false},  // not the separator here
+};
+
+TEST(ToolsSyntax, TellsNumbers) {
+    for (const auto& [text, isInteger, isDouble] : kNumbers) {
+        EXPECT_EQ(Zel_Valid_Integer(text), isInteger) << (text ? text : "null");
+        EXPECT_EQ(Zel_Valid_Double(text), isDouble) << (text ? text : "null");
     }
 }
 
