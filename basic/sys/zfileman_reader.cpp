@@ -1,0 +1,107 @@
+#include <cstring>
+#include <memory>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "sys/utf8prefix.h"
+#include "sys/zfileman_sys.h"
+#include "text/inputfile.h"
+#include "zbasic/zfileman.h"
+
+namespace {
+
+constexpr std::int64_t kLargestFile = std::int64_t{1} << 31;
+constexpr std::size_t kBlockSize = std::size_t{64} << 10;  // stays in the processor's cache
+constexpr std::size_t kLongestPart = 3;  // of a character that goes on in the next block
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+struct Failure {
+    ZelWholeFileReader::Result result;
+    SV::String message;
+};
+
+Failure failureOfSystem(const char* what) {
+    return {ZelWholeFileReader::kNotReadable, what + lastSystemMessage()};
+}
+
+class WholeFile {
+public:
+    explicit WholeFile(const SV::String& fileName) : m_file(openInputFile(fileName.c_str())) {}
+    WholeFile(const WholeFile&) = delete;
+    WholeFile& operator=(const WholeFile&) = delete;
+    ~WholeFile() {
+        if (m_file != noInputFile()) closeInputFile(m_file);
+    }
+
+    std::optional<Failure> read(SV::String& content, bool keepsBytes);
+
+private:
+    bool append(SV::String& content, bool keepsBytes, bool isEnd);
+
+    void* const m_file;
+    // What was read last, in front the part of a character that came before it.
+    const std::unique_ptr<char[]> m_block = std::make_unique<char[]>(kLongestPart + kBlockSize);
+    std::size_t m_size = 0;
+    std::int64_t m_offset = 0;  // of the block in the file
+};
+
+std::optional<Failure> WholeFile::read(SV::String& content, bool keepsBytes) {
+    if (m_file == noInputFile()) return failureOfSystem("cannot be opened: ");
+    const std::optional<std::int64_t> size = inputFileSize(m_file);
+    if (!size) return failureOfSystem("cannot be read: ");
+    if (*size <= kLargestFile) content.reserve(static_cast<std::size_t>(*size));
+    for (std::int64_t rest = kLargestFile; *size <= kLargestFile;) {  // which may still grow
+        const auto count = readInputFile(m_file, m_block.get() + m_size, kBlockSize);
+        if (!count) return failureOfSystem("cannot be read: ");
+        rest -= *count;
+        if (rest < 0) break;
+        m_size += static_cast<std::size_t>(*count);
+        const bool isEnd = *count == 0;
+        if (!append(content, keepsBytes, isEnd)) {
+            return Failure{ZelWholeFileReader::kNotUtf8,
+                           SV::String("is not UTF-8 at byte " + std::to_string(m_offset + 1))};
+        }
+        if (isEnd) return std::nullopt;
+    }
+    return Failure{ZelWholeFileReader::kTooLarge, "is larger than 2 GB"};
+}
+
+// Takes what can be taken of the block. False at `m_offset` where it is not UTF-8.
+bool WholeFile::append(SV::String& content, bool keepsBytes, bool isEnd) {
+    const std::string_view block(m_block.get(), m_size);
+    const Utf8Prefix prefix = keepsBytes ? Utf8Prefix{m_size, false} : utf8Prefix(block);
+    const std::string_view rest = block.substr(prefix.size);
+    std::string_view text = block.substr(0, prefix.size);
+    if (keepsBytes) {
+        content += text;
+    } else {
+        const bool hasMark = m_offset == 0 && text.starts_with(kByteOrderMark);
+        if (hasMark) text.remove_prefix(kByteOrderMark.size());
+        content += SV::ConvertUTF8StringToString(SV::String(text));
+    }
+    m_offset += static_cast<std::int64_t>(prefix.size);
+    if (!rest.empty() && (isEnd || !prefix.isCharacterBegun)) return false;
+    std::memmove(m_block.get(), rest.data(), rest.size());
+    m_size = rest.size();
+    return true;
+}
+
+}  // namespace
+
+void ZelWholeFileReader::Install() { pReadStringFromFileFct = &ZelWholeFileReader::Read; }
+
+long ZelWholeFileReader::Read(SV::String& content, const SV::String& fileName, bool keepsBytes) {
+    const SV::String name = fileName;  // which may be the same object
+    content = SV::String();            // and its memory is free for the new text
+    std::optional<Failure> failure;
+    try {
+        failure = WholeFile(name).read(content, keepsBytes);
+    } catch (const std::bad_alloc&) {
+        failure = Failure{kNoMemory, "there is not enough memory for its text"};
+    }
+    if (failure) content = SV::String();
+    _setErrorMessage(failure ? name + ": " + failure->message : SV::String());
+    return failure ? failure->result : kRead;
+}

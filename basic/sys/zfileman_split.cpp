@@ -1,0 +1,45 @@
+#include <string_view>
+
+#include "zbasic/zfileman.h"
+
+namespace {
+
+constexpr std::string_view kSeparators = "\\/";
+
+bool isSeparator(char c) { return c == '\\' || c == '/'; }
+
+bool isAsciiLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+std::size_t driveSize(std::string_view path) {
+    if (path.size() >= 2 && isAsciiLetter(path[0]) && path[1] == ':') return 2;
+    if (path.size() < 3 || !isSeparator(path[0]) || !isSeparator(path[1])) return 0;
+    const std::size_t serverEnd = path.find_first_of(kSeparators, 2);
+    if (serverEnd == 2 || serverEnd == std::string_view::npos) return 0;
+    const std::size_t shareEnd = path.find_first_of(kSeparators, serverEnd + 1);
+    if (shareEnd == serverEnd + 1) return 0;
+    return shareEnd == std::string_view::npos ? path.size() : shareEnd;
+}
+
+std::size_t baseNameSize(std::string_view name) {
+    const std::size_t point = name.rfind('.');
+    return name == "." || name == ".." || point == std::string_view::npos ? name.size() : point;
+}
+
+}  // namespace
+
+void ZelSystemFileManager::splitFileName(const SV::String& path, SV::String& drive,
+                                         SV::String& directory, SV::String& baseName,
+                                         SV::String& extension, bool keepsDot) {
+    const SV::String copy = path;  // which may be one of the parts
+    std::string_view rest = copy;
+    const auto take = [&rest](std::size_t size) {
+        const std::string_view part = rest.substr(0, size);
+        rest.remove_prefix(size);
+        return part;
+    };
+    drive = take(driveSize(rest));
+    directory = take(rest.find_last_of(kSeparators) + 1);  // "not found" plus 1 is 0
+    baseName = take(baseNameSize(rest));
+    if (!keepsDot && !rest.empty()) rest.remove_prefix(1);
+    extension = rest;
+}
