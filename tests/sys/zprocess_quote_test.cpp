@@ -93,10 +93,9 @@ std::string quotedAll(const std::vector<std::string>& arguments, bool forInterpr
 }
 
 std::string throughInterpreter(const std::string& arguments) {
-    const std::string interpreter = "cmd /c \"" + programPath() + "\"";
-    ZelSynchronousProcess process(SV::String(interpreter),
-                                  SV::String("--child printArguments" + arguments + " 1>quoted"),
-                                  kCmdHide);
+    // The interpreter takes away the outer quotes, and would take others if there were none.
+    const std::string line = "\"" + programPath() + "\" --child printArguments" + arguments;
+    ZelSynchronousProcess process("cmd /s /c", SV::String("\"" + line + "\" 1>quoted"), kCmdHide);
     process.SetUseRedirection(true);
     EXPECT_TRUE(process.Execute(false));
     EXPECT_EQ(waitFor(process), 0);

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "support/box_watcher.h"
 #include "support/child.h"
 #include "support/temp_dir.h"
 #include "sys/redirected_run.h"
@@ -20,6 +21,8 @@
 #include "zbasic/ztextparser.h"
 
 #include <windows.h>
+
+#include <share.h>
 
 namespace fs = std::filesystem;
 
@@ -294,7 +297,7 @@ TEST(SynchronousProcess, RedirectsBothStreamsInAllCombinations) {
                                           SV::String(std::string("--child speak") + clauses),
                                           kCmdHide);
             process.SetUseRedirection(isOn);
-            ASSERT_TRUE(process.Execute(false));
+            ASSERT_TRUE(process.Execute(false)) << ::GetLastError();
             EXPECT_EQ(waitFor(process), 3);
             EXPECT_EQ(textOf(dir.path("o")), isOn ? out : "old");
             EXPECT_EQ(textOf(dir.path("e")), isOn ? err : "old");
@@ -328,6 +331,11 @@ TEST(SynchronousProcess, RunsOnWhenARedirectFileCannotBeOpened) {
     fs::create_directory("folder");
     dir.write("locked", "old");
     ::SetFileAttributesA("locked", FILE_ATTRIBUTE_READONLY);
+    // Who may do everything, as Wine lets root, may write all the same.
+    const bool isLocked = !std::ofstream("locked", std::ios::app);
+    dir.write("used", "old");
+    std::FILE* const user = ::_fsopen("used", "ab", _SH_DENYRW);
+    ASSERT_TRUE(user);
     struct Case {
         const char* why;
         const char* clauses;
@@ -336,7 +344,8 @@ TEST(SynchronousProcess, RunsOnWhenARedirectFileCannotBeOpened) {
     };
     const Case cases[] = {
         {"a folder", "1>folder 2>e", "e", "err\n"},
-        {"a read-only file", "1>>locked 2>e", "locked", "old"},
+        {"a read-only file", "1>>locked 2>e", "locked", isLocked ? "old" : "oldout\n"},
+        {"a file in use", "1>>used 2>e", "e", "err\n"},
         {"a path that is not there", "2>no\\e 1>o", "o", "out\n"},
         {"the same for both", "1>>both 2>>both", "both", "out\nerr\n"},
     };
@@ -350,6 +359,7 @@ TEST(SynchronousProcess, RunsOnWhenARedirectFileCannotBeOpened) {
         EXPECT_GE(waitFor(process), 3);  // with a stream that has no handle writing may fail
         EXPECT_EQ(textOf(name), content);
     }
+    std::fclose(user);
     ::SetFileAttributesA("locked", FILE_ATTRIBUTE_NORMAL);
     if (fs::exists("Z:\\dev\\full")) {
         ZelSynchronousProcess full(SV::String(quotedSelf()),
@@ -405,6 +415,7 @@ CHILD_MAIN(announce) {
          {"\"x:\\a b\\c.exe\"", "\"x:\\a\" \"b\"", "\"", "\"\"", "x:\\p 1>o"}) {
         ZelSynchronousProcess(command, "-a", kCmdHide).Execute(false);
     }
+    const BoxWatcher watcher(IDOK);  // of the shell
     ZelAsynchronousProcess("x:\\no\\file.txt", "-b", kCmdShowNormal).Execute(nullptr);
     ZelAsynchronousProcess("\"x:\\no\"").Execute(nullptr);
     std::printf("%ld", ZelAsynchronousProcess::GetExecuteCount());
@@ -433,6 +444,7 @@ TEST(AsynchronousProcess, LetsTheShellOpenIt) {
     EXPECT_TRUE(ZelAsynchronousProcess("%ZBASIC_TEST_SELF%", SV::String(parameters), kCmdHide)
                     .Execute(nullptr));
     waitForFile(path);
+    const BoxWatcher watcher(IDOK);  // the shell tells the user
     EXPECT_FALSE(ZelAsynchronousProcess(SV::String(dir.path("missing.txt"))).Execute(nullptr));
     EXPECT_EQ(ZelAsynchronousProcess::GetExecuteCount(), before + 2);
 }

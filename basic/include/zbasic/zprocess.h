@@ -113,10 +113,13 @@ public:
 //
 // A program that splits its command line as the C run time does gets it back unchanged, whatever
 // is in it; it holds no redirection clause either, even if the argument does ("1>x" becomes
-// "1">"x" with quotes round it). With `forInterpreter` the line goes through the command
-// interpreter first ("cmd /c program argument"), which otherwise acts upon & | < > ^ ( ) % and
-// quotes; it does so again in batch files and with delayed expansion ("!"), for which there is
-// no safe quoting. Made for code pages of one byte a character.
+// "1">"x" with quotes round it).
+//
+// With `forInterpreter` the line goes through the command interpreter first, which otherwise acts
+// upon & | < > ^ ( ) % and quotes. Put all that it is to run into quotes, for it takes outer ones
+// away: cmd /s /c ""C:\a b\program.exe" argument argument". What it reads a second time (arguments
+// of batch files, "!" with delayed expansion) has no safe quoting. Made for code pages of one byte
+// a character.
 //
 // Empty, which no quoted argument is, when it cannot be passed: NUL ends any command line, CR and
 // LF end one of the interpreter.
