@@ -5,6 +5,7 @@
 #include "sv/application.h"
 #include "sv/color.h"
 #include "sv/datetime.h"
+#include "sv/dir.h"
 #include "sv/export.h"
 #include "sv/font.h"
 #include "sv/gdi.h"
