@@ -9,7 +9,7 @@
 #include "zbasic/zexport.h"
 #include "zbasic/zversionnumber.h"
 
-class ZelBasicFileLogger;
+class ZelBasicFileLogger;  // zbasic/zfilelog.h
 
 // All of this is process-wide, without locks: set it during start-up on the main
 // thread; from then on any thread may read.
