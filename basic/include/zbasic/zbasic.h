@@ -7,6 +7,7 @@
 #include "zbasic/zcmdline.h"
 #include "zbasic/zevent.h"
 #include "zbasic/zexport.h"
+#include "zbasic/zfilelog.h"
 #include "zbasic/zgui.h"
 #include "zbasic/zinter.h"
 #include "zbasic/zlocale.h"
