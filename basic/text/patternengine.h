@@ -1,0 +1,54 @@
+// A compiled expression: chooses what searches for it.
+
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "text/patternautomaton.h"
+#include "text/patterntraits.h"
+#include "text/pcrematcher.h"
+#include "text/segmentmatcher.h"
+
+// Pieces of fixed length are searched for directly. Else PCRE2's machine code is the fastest
+// wherever its backtracking is known to stay linear; it finds the start of the match, and the end
+// too when the way that it prefers is the longest. The automaton does the rest: it is slower, but
+// linear whatever the pattern and the text are.
+class PatternEngine {
+public:
+    struct Match {
+        std::size_t start;
+        std::size_t end;
+    };
+
+    // May throw `std::bad_alloc`, as `search` may.
+    static ZelRegExError make(std::string_view pattern, bool ignoreCase,
+                              std::unique_ptr<PatternEngine>& engine);
+
+    PatternEngine(const PatternEngine&) = delete;
+    PatternEngine& operator=(const PatternEngine&) = delete;
+
+    // `match` may be null.
+    ZelRegExError search(std::string_view text, Match* match);
+
+private:
+    PatternEngine() = default;
+
+    bool isLinearWithBacktracking(std::size_t textSize) const;
+    ZelRegExError searchWithBackReferences(std::string_view text, Match* match);
+    PcreMatcher::Result searchByBacktracking(std::string_view text, Match* match);
+    bool searchByAutomaton(std::string_view text, Match* match);
+    PcreMatcher* pcre();  // null when PCRE2 refuses the pattern
+    PatternAutomaton& forward();
+    PatternAutomaton& backward();
+
+    PosixPattern m_pattern;
+    PatternTraits m_traits;
+    std::optional<SegmentMatcher> m_segments;
+    // Made when the first text needs them.
+    bool m_hasTriedPcre = false;
+    std::unique_ptr<PcreMatcher> m_pcre;
+    std::unique_ptr<PatternAutomaton> m_forward;
+    std::unique_ptr<PatternAutomaton> m_backward;
+};

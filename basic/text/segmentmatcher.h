@@ -1,0 +1,58 @@
+// Patterns that need no automaton: pieces of fixed length with anything between them.
+
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "text/posixpattern.h"
+
+// A piece: a set of bytes for each of its positions.
+class PatternSegment {
+public:
+    explicit PatternSegment(std::vector<ByteSet> sets);
+
+    std::size_t size() const { return m_sets.size(); }
+    bool matchesAt(const char* text) const;  // `size()` bytes are there
+    // The first place in `text` at or behind `from`, the last one; or npos.
+    std::size_t find(std::string_view text, std::size_t from) const;
+    std::size_t findLast(std::string_view text, std::size_t from) const;
+
+private:
+    // A position that only one byte matches, or two: then (byte | mask) == value for both, and
+    // perhaps for more.
+    struct Anchor {
+        std::size_t offset;
+        char mask;
+        char value;
+        int rank;  // the higher, the more often such a byte is met
+    };
+    void chooseAnchors();
+    template <class Check>
+    std::size_t scan(std::string_view text, std::size_t from, Check check) const;
+
+    std::vector<ByteSet> m_sets;
+    std::string m_literal;  // when every set has one byte
+    bool m_isLiteral = false;
+    std::optional<Anchor> m_first, m_second;  // the rarest two, or one of them twice
+};
+
+class SegmentMatcher {
+public:
+    // None when the pattern is of another kind.
+    static std::optional<SegmentMatcher> of(const PosixPattern& pattern);
+
+    bool search(std::string_view text, std::size_t* start, std::size_t* end) const;
+
+private:
+    bool searchOne(std::string_view text, std::size_t& start, std::size_t& end) const;
+    bool searchSeveral(std::string_view text, std::size_t& start, std::size_t& end,
+                       bool wantsEnd) const;
+
+    std::vector<PatternSegment> m_segments;  // at least one; any bytes between two of them
+    bool m_startsAtTextStart = false;
+    bool m_endsAtTextEnd = false;
+};
