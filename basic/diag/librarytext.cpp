@@ -38,3 +38,5 @@ SV::String libraryText(std::uint32_t number) {
     if (SV::Resource::FindString(number, text)) return text;
     return ownText(number);
 }
+
+std::uint64_t libraryTextGeneration() { return SV::Resource::GetGeneration(); }

@@ -15,6 +15,7 @@ namespace SV {
 namespace {
 
 ResMgr* g_current = nullptr;
+std::uint64_t g_generation = 1;
 
 // All living managers in the order of loading.
 std::vector<const ResMgr*>& managers() {
@@ -48,6 +49,7 @@ HMODULE loadAsData(const String& fileName) {
 
 ResMgr::ResMgr(const String& fileName) : m_fileName(fileName), m_module(loadAsData(fileName)) {
     managers().push_back(this);
+    ++g_generation;
     if (m_module) return;
     if (Application* const application = GetpApp()) {
         application->Exception(Application::kResourceFileFailed, nameForException(fileName));
@@ -56,6 +58,7 @@ ResMgr::ResMgr(const String& fileName) : m_fileName(fileName), m_module(loadAsDa
 
 ResMgr::~ResMgr() {
     std::erase(managers(), this);
+    ++g_generation;
     if (g_current == this) g_current = nullptr;
     if (m_module) ::FreeLibrary(static_cast<HMODULE>(m_module));
 }
@@ -76,7 +79,13 @@ bool ResMgr::FindString(std::uint32_t number, String& text) const {
 
 ResMgr* Resource::GetResManager() { return g_current; }
 
-void Resource::SetResManager(ResMgr* manager) { g_current = manager; }
+void Resource::SetResManager(ResMgr* manager) {
+    if (manager == g_current) return;
+    g_current = manager;
+    ++g_generation;
+}
+
+std::uint64_t Resource::GetGeneration() { return g_generation; }
 
 bool Resource::FindString(std::uint32_t number, String& text) {
     if (g_current && g_current->FindString(number, text)) return true;
@@ -92,7 +101,7 @@ String Resource::GetString(const ResId& id) {
         if (!application || !application->Exception(Application::kResourceMissing, id.number))
             break;
     }
-    g_current = first;
+    SetResManager(first);
     return text;
 }
 

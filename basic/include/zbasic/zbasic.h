@@ -5,6 +5,8 @@
 #include "zbasic/zapp.h"
 #include "zbasic/zcleanup.h"
 #include "zbasic/zcmdline.h"
+#include "zbasic/zcoretime.h"
+#include "zbasic/zdattime.h"
 #include "zbasic/zevent.h"
 #include "zbasic/zexport.h"
 #include "zbasic/zfilelog.h"

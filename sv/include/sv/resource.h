@@ -53,6 +53,10 @@ public:
     static ResMgr* GetResManager();
     static void SetResManager(ResMgr* manager);
 
+    // A number that changes whenever texts may from then on come from elsewhere: for
+    // callers that keep them.
+    static std::uint64_t GetGeneration();
+
     // The text from the current manager, else from the first of the other living
     // ones (in the order of loading) that has it; raises no exception.
     static bool FindString(std::uint32_t number, String& text);
