@@ -44,24 +44,9 @@ SV::String nameOf(const char* const (&names)[count], std::int32_t action) {
     return index < count ? names[index] : "";
 }
 
-const char* eventName(ZelEventType type) {
-    const bool isListed = type >= ZelEvent_First && type <= ZelEvent_Last;
-    return isListed ? Zel_GetEventNames()[type - ZelEvent_First] : "";
-}
-
 }  // namespace
 
-ZelEventData::ZelEventData(ZelEventType type) : m_type(type), m_name(eventName(type)) {}
-ZelEventData::~ZelEventData() = default;
-
-ZelEvent::ZelEvent(ZelEventType type) : ZelEventData(type) {}
-ZelEvent::~ZelEvent() = default;
-
-void ZelEvent::trigger() {
-    if (ZelEventDispatcher* dispatcher = ZelEventDispatcher::current()) {
-        dispatcher->dispatch(*this);
-    }
-}
+void ZelEvent::trigger() { ZelEventDispatcher::dispatch(*this); }
 
 ZelUserEvent::ZelUserEvent(ActionType action, long id)
     : ZelUserEvent(action, id, -1, ZelDBPermission{}) {}

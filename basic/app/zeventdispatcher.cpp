@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <bit>
 
 namespace {
 
@@ -33,13 +34,44 @@ private:
     ZelEventActionSeq& m_sequence;
 };
 
+inline void ZelEventActionSeq::Entry::call(ZelEvent& event) const {
+    if (code) {
+        code(object, &event);
+    } else if (listener) {
+        (listener->*handler)(&event);
+    }
+}
+
+// Half of a call through a member pointer goes into finding out what it points to. Where that
+// is no virtual function it is found out once, here.
+ZelEventActionSeq::Entry ZelEventActionSeq::entryOf(ZelEventListener* listener,
+                                                    ZelEventListener::Handler handler) {
+    Entry entry = {nullptr, listener, listener, handler, 0, 0};
+#if defined(__GNUC__) && defined(__x86_64__)
+    // Itanium C++ ABI, 2.3: the address of the code, or an odd number for a virtual function; and
+    // how far the object lies behind the one that is pointed to.
+    struct MemberPointer {
+        std::uintptr_t code;
+        std::ptrdiff_t distance;
+    };
+    const auto parts = std::bit_cast<MemberPointer>(handler);
+    if (parts.code % 2 == 0) {
+        entry.code = reinterpret_cast<Code>(parts.code);
+        entry.object = reinterpret_cast<char*>(listener) + parts.distance;
+    }
+#endif
+    return entry;
+}
+
 void ZelEventActionSeq::add(ZelEventListener* listener, ZelEventListener::Handler handler,
                             ZelEventPriority priority) {
     // Relied on by callers: the newest of equal priority comes first.
     const auto place = std::ranges::find_if(
         m_entries, [priority](const Entry& entry) { return entry.priority <= priority; });
-    m_entries.insert(place, {listener, handler, m_changes, priority});
-    ++m_changes;
+    Entry entry = entryOf(listener, handler);
+    entry.registered = m_changes++;
+    entry.priority = priority;
+    m_entries.insert(place, entry);
 }
 
 void ZelEventActionSeq::remove(const ZelEventListener* listener) {
@@ -49,7 +81,9 @@ void ZelEventActionSeq::remove(const ZelEventListener* listener) {
         return;
     }
     for (Entry& entry : m_entries) {
-        if (entry.listener == listener) entry.listener = nullptr;
+        if (entry.listener != listener) continue;
+        entry.code = nullptr;
+        entry.listener = nullptr;
     }
     m_hasRemoved = true;
     ++m_changes;
@@ -65,7 +99,7 @@ void ZelEventActionSeq::dispatch(ZelEvent& event) {
         const Entry* const end = first + m_entries.size();
         const Entry* entry = first;
         for (; entry != end; ++entry) {
-            (entry->listener->*entry->handler)(&event);
+            entry->call(event);
             if (m_changes != start) break;
         }
         if (entry == end) return;
@@ -76,7 +110,7 @@ void ZelEventActionSeq::dispatch(ZelEvent& event) {
 
 void ZelEventActionSeq::dispatchRest(ZelEvent& event, Change start, std::size_t done) {
     while (const Entry* entry = findOlder(start, done++)) {
-        if (entry->listener) (entry->listener->*entry->handler)(&event);
+        entry->call(event);
     }
 }
 
@@ -128,13 +162,15 @@ void ZelEventDispatcher::remove(const ZelEventListener* listener) {
 }
 
 void ZelEventDispatcher::dispatch(ZelEvent& event) {
+    ZelEventDispatcher* const dispatcher = current();
+    if (!dispatcher) return;
     const std::size_t index = indexOf(event.getEventType());
     if (index < kListed) {
-        m_listed[index].dispatch(event);
+        dispatcher->m_listed[index].dispatch(event);
         return;
     }
-    const auto other = m_others.find(event.getEventType());
-    if (other != m_others.end()) other->second.dispatch(event);
+    const auto other = dispatcher->m_others.find(event.getEventType());
+    if (other != dispatcher->m_others.end()) other->second.dispatch(event);
 }
 
 ZelEventActionSeq& ZelEventDispatcher::sequenceOf(ZelEventType type) {

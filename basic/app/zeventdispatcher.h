@@ -27,14 +27,23 @@ public:
 private:
     using Change = std::uint64_t;  // counts registrations, and removals during a dispatch
 
+    // A handler's code, called as a function whose first argument is the object.
+    using Code = void (*)(void* object, ZelEvent* event);
+
     struct Entry {
+        Code code;  // null: removed, or known only when it is called
+        void* object;
         ZelEventListener* listener;  // null: removed
         ZelEventListener::Handler handler;
         Change registered;
         ZelEventPriority priority;
+
+        void call(ZelEvent& event) const;
     };
 
     class Dispatching;
+
+    static Entry entryOf(ZelEventListener* listener, ZelEventListener::Handler handler);
 
     // The entries from before `start`, less the first `done` of them: insertions and
     // marks leave their order, so counting finds the place again.
@@ -63,7 +72,8 @@ public:
     void add(ZelEventType type, ZelEventListener* listener, ZelEventListener::Handler handler,
              ZelEventPriority priority);
     void remove(const ZelEventListener* listener);
-    void dispatch(ZelEvent& event);
+    // By the dispatcher that there is, if there is one.
+    static void dispatch(ZelEvent& event);
 
 private:
     static constexpr std::size_t kListed = ZelEvent_Last - ZelEvent_First + 1;

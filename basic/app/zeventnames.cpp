@@ -206,6 +206,11 @@ constinit std::array<const char*, kCount> g_names = namesAlone();
 
 }  // namespace
 
+ZelEventData::ZelEventData(ZelEventType type)
+    : m_type(type),
+      m_name(type >= ZelEvent_First && type <= ZelEvent_Last ? g_names[type - ZelEvent_First]
+                                                             : "") {}
+
 const char** Zel_GetEventNames() { return g_names.data(); }
 
 unsigned long Zel_GetEventCount() { return kCount; }

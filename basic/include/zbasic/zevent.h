@@ -185,7 +185,7 @@ enum ZelDBPermission : std::int32_t {};
 class ZBASIC_API ZelEventData {
 public:
     explicit ZelEventData(ZelEventType type);
-    virtual ~ZelEventData();
+    virtual ~ZelEventData() = default;
 
     ZelEventType getEventType() const { return m_type; }
     // The entry of `Zel_GetEventNames` when the event was made.
@@ -200,7 +200,7 @@ private:
 // answer of the handlers.
 class ZBASIC_API ZelEvent : public ZelEventData {
 public:
-    ~ZelEvent() override;
+    ~ZelEvent() override = default;
 
     // 0 until a handler sets it. The last handler that sets it wins.
     long getResultValue() const { return m_result; }
@@ -220,7 +220,7 @@ public:
     void trigger();
 
 protected:
-    explicit ZelEvent(ZelEventType type);
+    explicit ZelEvent(ZelEventType type) : ZelEventData(type) {}
 
 private:
     long m_result = 0;
