@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::uint32_t kBuiltInEntities = 11764;  // of the bytes from 128 on
 constexpr std::size_t kLineLimit = 1000;
-constexpr std::size_t kPieceSize = 8192;
 constexpr int kMostLines = 257;  // language and 256 entities
 constexpr std::string_view kUsualLower = "\r\"&<>";
 
@@ -49,6 +48,43 @@ private:
 };
 
 MapBytes g_mapBytes;
+
+// The converted text in pieces: stretches as they are, and what the map has for a byte.
+template <class Append>
+void eachPiece(const SV::String& text, const Append& append) {
+    for (const char* from = text.begin();; ++from) {
+        const char* const at = findByte(from, text.end(), g_mapBytes);
+        append(std::string_view(from, at));
+        if (at == text.end()) return;
+        append(g_mapBytes.replacement(*at));
+        from = at;
+    }
+}
+
+// Gathers short pieces for a stream in memory that stays in the processor's cache.
+class StreamPieces {
+public:
+    explicit StreamPieces(std::ostream& stream) : m_stream(stream) {}
+
+    void append(std::string_view piece) {
+        if (piece.size() > sizeof m_buffer - m_size) flush();
+        if (piece.size() > sizeof m_buffer) {
+            m_stream << piece;
+            return;
+        }
+        piece.copy(m_buffer + m_size, piece.size());
+        m_size += piece.size();
+    }
+    void flush() {
+        if (m_size > 0) m_stream << std::string_view(m_buffer, m_size);
+        m_size = 0;
+    }
+
+private:
+    std::ostream& m_stream;
+    std::size_t m_size = 0;
+    char m_buffer[8192];
+};
 
 // What is left of a line of the mapping file when blanks, line ends and comments are gone.
 std::string meaningOf(std::string line) {
@@ -98,47 +134,15 @@ std::ostream& operator<<(std::ostream& stream, const ZelSGMLString& text) {
     if (ZelSGMLString::g_eCurExportFileType == kExportFileTypeXml) {
         return stream << ZelSGMLString::XMLStr(text.m_text, true);
     }
-    // Each byte is converted for itself: long texts go in pieces that stay in the processor's
-    // cache.
-    if (text.m_text.size() > kPieceSize && stream.width() == 0) {
-        for (std::size_t pos = 0; pos < text.m_text.size(); pos += kPieceSize) {
-            stream << ZelSGMLString(text.m_text.substr(pos, kPieceSize));
-        }
-        return stream;
+    if (stream.width() != 0) {  // padding needs the whole
+        const SV::String converted = ZelSGMLString::GetSGMLString(text.m_text);
+        return converted.empty() ? stream : stream << std::string_view(converted);
     }
-    bool converted = false;
-    std::size_t size = 0;
-    const char* const out = ZelSGMLString::convertedText(text.m_text, converted, size);
-    if (!out) return stream;
-    const std::unique_ptr<const char[]> owned(converted ? out : nullptr);
-    return stream << std::string_view(out, size);
-}
-
-std::size_t ZelSGMLString::GetSGMLStringLen(const SV::String& text) {
-    bool converted = false;
-    return __getConvertedLen(text, converted);
-}
-
-char* ZelSGMLString::GetpSGMLString(const SV::String& text) {
-    if (text.empty()) return nullptr;
-    char* const buffer = new char[GetSGMLStringLen(text) + 1];
-    __convertToBuf(text, buffer);
-    return buffer;
-}
-
-const char* ZelSGMLString::GetpSGMLStringExt(const SV::String& text, bool& converted) {
-    std::size_t size = 0;
-    return convertedText(text, converted, size);
-}
-
-const char* ZelSGMLString::convertedText(const SV::String& text, bool& converted,
-                                         std::size_t& size) {
-    size = __getConvertedLen(text, converted);
-    if (size == 0) return nullptr;
-    if (!converted) return text.c_str();
-    char* const buffer = new char[size + 1];
-    __convertToBuf(text, buffer);
-    return buffer;
+    if (!ZelSGMLString::g_bInitedCharMap) ZelSGMLString::__initCharMap(nullptr);
+    StreamPieces pieces(stream);
+    eachPiece(text.m_text, [&pieces](std::string_view piece) { pieces.append(piece); });
+    pieces.flush();
+    return stream;
 }
 
 bool ZelSGMLString::__initCharMap(std::istream* mapping) {
@@ -215,12 +219,7 @@ std::size_t ZelSGMLString::__getConvertedLen(const SV::String& text, bool& conve
 }
 
 void ZelSGMLString::__convertToBuf(const SV::String& text, char* buffer) {
-    for (const char* from = text.begin();; ++from) {
-        const char* const at = findByte(from, text.end(), g_mapBytes);
-        buffer = std::copy(from, at, buffer);
-        if (at == text.end()) break;
-        buffer = std::ranges::copy(g_mapBytes.replacement(*at), buffer).out;
-        from = at;
-    }
+    eachPiece(text,
+              [&buffer](std::string_view piece) { buffer = std::ranges::copy(piece, buffer).out; });
     *buffer = '\0';
 }

@@ -73,15 +73,6 @@ public:
     friend ZBASIC_API std::ostream& operator<<(std::ostream& stream, const ZelSGMLString& text);
 
 private:
-    // Bytes of the converted text.
-    static std::size_t GetSGMLStringLen(const SV::String& text);
-    // The converted text, NUL-terminated and to be deleted by the caller; null for an empty one.
-    static char* GetpSGMLString(const SV::String& text);
-    // The same when `converted`, else the text's own buffer; null when nothing is left.
-    static const char* GetpSGMLStringExt(const SV::String& text, bool& converted);
-
-    static const char* convertedText(const SV::String& text, bool& converted, std::size_t& size);
-
     static bool __initCharMap(std::istream* mapping);
     static bool ReadSGMLMapping(std::istream& mapping, SV::String& entities);
     static void __createSub128Mapping();
