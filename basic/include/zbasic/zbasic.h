@@ -3,6 +3,7 @@
 #pragma once
 
 #include "zbasic/zapp.h"
+#include "zbasic/zbase64.h"
 #include "zbasic/zcleanup.h"
 #include "zbasic/zcmdline.h"
 #include "zbasic/zcoretime.h"
@@ -10,11 +11,15 @@
 #include "zbasic/zevent.h"
 #include "zbasic/zexport.h"
 #include "zbasic/zfilelog.h"
+#include "zbasic/zfileman.h"
 #include "zbasic/zgui.h"
 #include "zbasic/zinter.h"
 #include "zbasic/zlocale.h"
+#include "zbasic/zmatcher.h"
+#include "zbasic/zmemcache.h"
 #include "zbasic/zmlstring.h"
 #include "zbasic/zobject.h"
+#include "zbasic/zprocess.h"
 #include "zbasic/zsequence.h"
 #include "zbasic/zsgml.h"
 #include "zbasic/ztextparser.h"
