@@ -1,0 +1,194 @@
+// What the helpers leave in memory.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "crypt/vectors.h"
+#include "support/temp_dir.h"
+#include "zbasic/zbase64.h"
+#include "zbasic/zcrypt.h"
+#include "zbasic/zdbuser.h"
+
+#include <windows.h>
+
+namespace {
+
+using U = ZelCryptoUtils;
+
+constexpr std::size_t kPiece = 12;
+constexpr unsigned char kMask = 0xA7;
+
+void forget(void* data, std::size_t size) { ::SecureZeroMemory(data, size); }
+
+// A text that is in memory only while somebody holds it: here it is kept masked.
+class Secret {
+public:
+    explicit Secret(std::size_t size) : m_masked(size) {
+        for (std::size_t i = 0; i < size; ++i) {
+            // Printable, and no piece of it twice.
+            m_masked[i] = static_cast<unsigned char>(('!' + (i * 41 + i / 7) % 90) ^ kMask);
+        }
+    }
+
+    // To be forgotten by the caller, 0 behind it.
+    char* show() const {
+        char* const text = static_cast<char*>(std::calloc(m_masked.size() + 1, 1));
+        for (std::size_t i = 0; i < m_masked.size(); ++i) {
+            text[i] = static_cast<char>(m_masked[i] ^ kMask);
+        }
+        return text;
+    }
+    std::size_t size() const { return m_masked.size(); }
+
+    // How often a piece of it lies in the memory of this process that programs write to.
+    int countInMemory() const {
+        int count = 0;
+        MEMORY_BASIC_INFORMATION region;
+        const unsigned char* at = nullptr;
+        for (; ::VirtualQuery(at, &region, sizeof region); at += region.RegionSize) {
+            at = static_cast<const unsigned char*>(region.BaseAddress);
+            const bool isWritten = region.State == MEM_COMMIT && region.Protect == PAGE_READWRITE;
+            if (isWritten) count += countIn(at, region.RegionSize);
+        }
+        return count;
+    }
+
+private:
+    int countIn(const unsigned char* begin, std::size_t size) const {
+        int count = 0;
+        for (std::size_t piece = 0; piece + kPiece <= m_masked.size(); piece += kPiece) {
+            const unsigned char first = m_masked[piece] ^ kMask;
+            const unsigned char* at = begin;
+            const unsigned char* const end = begin + size - kPiece;
+            while ((at = static_cast<const unsigned char*>(
+                        std::memchr(at, first, static_cast<std::size_t>(end - at))))) {
+                if (isPiece(at, piece)) ++count;
+                ++at;
+            }
+        }
+        return count;
+    }
+    bool isPiece(const unsigned char* at, std::size_t piece) const {
+        for (std::size_t i = 0; i < kPiece; ++i) {
+            if (static_cast<unsigned char>(at[i] ^ kMask) != m_masked[piece + i]) return false;
+        }
+        return true;
+    }
+
+    std::vector<unsigned char> m_masked;
+};
+
+void drop(char* text, std::size_t size) {
+    forget(text, size);
+    std::free(text);
+}
+
+template <class Byte>
+void dropResult(std::pair<Byte*, int> result) {
+    ASSERT_NE(result.first, nullptr);
+    drop(reinterpret_cast<char*>(result.first), static_cast<std::size_t>(result.second));
+}
+
+const unsigned char kPublic[32] = {1, 2, 3};
+
+}  // namespace
+
+TEST(Secrets, AreNotLeftInMemory) {
+    const TempDir folder;
+    struct Case {
+        const char* why;
+        std::size_t size;
+        void (*prepare)(char* text, std::string& prepared);  // keeps only what is no secret
+        void (*use)(std::string& prepared, char* text);
+    };
+    const auto aesDigits = [](char* text, std::string& digits) {
+        digits = taken(U::AESEncrypt(text));
+    };
+    const auto nothing = [](char*, std::string&) {};
+    const Case cases[] = {
+        {"AES of a text", 100, nothing,
+         [](std::string&, char* text) { U::Free(U::AESEncrypt(text).first); }},
+        {"text of AES", 100, aesDigits,
+         [](std::string& digits, char*) { dropResult(U::AESDecrypt(digits.c_str())); }},
+        {"CBC of part of a block", 44, nothing,
+         [](std::string&, char* text) {
+             const auto* const in = reinterpret_cast<unsigned char*>(text);
+             U::Free(U::AESEncrypt(in, 44, kPublic, 256, kPublic).first);
+         }},
+        {"the key of CBC", 32, nothing,
+         [](std::string&, char* text) {
+             const auto* const key = reinterpret_cast<unsigned char*>(text);
+             U::Free(U::AESEncrypt(kPublic, 20, key, 256, kPublic).first);
+             U::Free(U::AESDecrypt(kPublic, 20, key, 256, kPublic).first);
+         }},
+        {"the key of a block", 32, nothing,
+         [](std::string&, char* text) {
+             const auto* const key = reinterpret_cast<unsigned char*>(text);
+             U::Free(U::AESDecrypt(kPublic, 16, key, 32).first);
+         }},
+        {"DES of a text", 100, nothing,
+         [](std::string&, char* text) {
+             char digits[300];
+             Zel_Encrypt(text, digits);
+         }},
+        {"text of DES", 96,
+         [](char* text, std::string& digits) {
+             digits.resize(193);
+             Zel_Encrypt(text, digits.data());
+         },
+         [](std::string& digits, char*) {
+             unsigned char* out = nullptr;
+             Zel_Decrypt(digits.data(), out);
+             drop(reinterpret_cast<char*>(out), 96);
+         }},
+        {"password for an application", 15,
+         [](char* text, std::string& base64) {
+             text[15] = 1;
+             const auto [cipher, size] =
+                 U::AESEncrypt(reinterpret_cast<unsigned char*>(text), 16, kPublic, 16);
+             char* out = nullptr;
+             unsigned long outSize = 0;
+             Zel_NewBase64Encode(reinterpret_cast<char*>(cipher), 16, out, outSize);
+             base64.assign(out, outSize);
+             delete[] out;
+             U::Free(cipher);
+         },
+         [](std::string& base64, char*) {
+             const SV::String key(reinterpret_cast<const char*>(kPublic), 16);
+             SV::String password = Zel_DecryptPasswordForAPP(SV::String(base64), key);
+             EXPECT_EQ(password.size(), 15u);
+             forget(&password, sizeof password);
+             new (&password) SV::String;
+         }},
+        {"user file", 100,
+         [](char* text, std::string& digits) {
+             text[10] = text[40] = '\n';
+             digits = taken(U::AESEncrypt(text));
+         },
+         [](std::string& digits, char*) {
+             const TempDir files;
+             const std::string path = files.write("user.txt", digits);
+             ZelDBUserUtils utils(path.c_str());
+             const ZelDBUserUtils copy(utils);
+             EXPECT_TRUE(utils.GetDBUserPassword("").size() == 59);
+         }},
+    };
+    for (const auto& [why, size, prepare, use] : cases) {
+        SCOPED_TRACE(why);
+        const Secret secret(size);
+        std::string prepared;
+        char* text = secret.show();
+        EXPECT_GT(secret.countInMemory(), 0) << "the search finds what is there";
+        prepare(text, prepared);
+        drop(text, size);
+        ASSERT_EQ(secret.countInMemory(), 0) << "before the call";
+        text = secret.show();
+        use(prepared, text);
+        drop(text, size);
+        EXPECT_EQ(secret.countInMemory(), 0);
+    }
+}
