@@ -1,0 +1,3 @@
+#include "zbasic/zplugin_api.h"
+
+ZEL_GENERAL_PLUGIN()
