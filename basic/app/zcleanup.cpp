@@ -1,7 +1,7 @@
 #include "zbasic/zcleanup.h"
 
-#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <utility>
 
 ZelCleanUpAction::ZelCleanUpAction() = default;
@@ -26,20 +26,32 @@ ZelCleanUp::ZelCleanUp() {
 ZelCleanUp::~ZelCleanUp() { _onExit(nullptr); }
 
 void ZelCleanUp::AddAction(ZelCleanUpAction* action) {
-    if (action) m_actions.emplace_back(action);
+    if (!action) return;
+    m_actions.emplace_back(action);
+    const auto* const file = dynamic_cast<const ZelFileCleanUpAction*>(action);
+    if (file) m_files[file->GetFileName()].push_back(std::prev(m_actions.end()));
 }
 
 void ZelCleanUp::AddFileCleanUpAction(const SV::String& fileName) {
-    m_actions.push_back(std::make_unique<ZelFileCleanUpAction>(fileName));
+    AddAction(std::make_unique<ZelFileCleanUpAction>(fileName).release());
 }
 
 void ZelCleanUp::RemoveFileCleanUpAction(const SV::String& fileName) {
-    const auto isThatFile = [&fileName](const std::unique_ptr<ZelCleanUpAction>& action) {
-        const auto* file = dynamic_cast<const ZelFileCleanUpAction*>(action.get());
-        return file && file->GetFileName() == fileName;
-    };
-    const auto found = std::ranges::find_if(m_actions, isThatFile);
-    if (found != m_actions.end()) m_actions.erase(found);
+    const auto found = m_files.find(fileName);
+    if (found == m_files.end()) return;
+    // Its name may be `fileName` itself, and what it does when it goes is its own affair.
+    const Actions::iterator place = found->second.front();
+    const std::unique_ptr<ZelCleanUpAction> action = std::move(*place);
+    m_actions.erase(place);
+    forgetFirst(fileName);
+}
+
+// The first one of that name has left the list.
+void ZelCleanUp::forgetFirst(const SV::String& fileName) {
+    const auto found = m_files.find(fileName);
+    if (found == m_files.end()) return;  // there was no memory to note it
+    found->second.pop_front();
+    if (found->second.empty()) m_files.erase(found);
 }
 
 // An action leaves the list before it runs: whatever it does to the list, or by
@@ -48,6 +60,8 @@ void ZelCleanUp::_onExit(ZelEvent*) {
     while (!m_actions.empty()) {
         const std::unique_ptr<ZelCleanUpAction> action = std::move(m_actions.front());
         m_actions.pop_front();
+        const auto* const file = dynamic_cast<const ZelFileCleanUpAction*>(action.get());
+        if (file) forgetFirst(file->GetFileName());
         action->execute();
     }
 }

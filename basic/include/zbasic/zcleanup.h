@@ -4,6 +4,7 @@
 
 #include <list>
 #include <memory>
+#include <unordered_map>
 
 #include "sv/string.h"
 #include "zbasic/zevent.h"
@@ -91,7 +92,12 @@ protected:
     void _onExit(ZelEvent* event);
 
 private:
-    ZelCleanUp();
+    using Actions = std::list<std::unique_ptr<ZelCleanUpAction>>;
 
-    std::list<std::unique_ptr<ZelCleanUpAction>> m_actions;
+    ZelCleanUp();
+    void forgetFirst(const SV::String& fileName);
+
+    Actions m_actions;
+    // Where the files of a name stand, in their order: temporary names come by the thousand.
+    std::unordered_map<SV::String, std::list<Actions::iterator>> m_files;
 };
