@@ -42,7 +42,8 @@ void startTracing(const ZelCmdline& options) {
     Zel_EnableTracing(options.doTracing());
     const SV::String fileName = options.getTraceFilename();
     if (fileName.empty()) return;
-    g_traceFile = std::fopen(fileName.c_str(), "wt");
+    // "N": open all the time, but nothing for the programs that this one starts.
+    g_traceFile = std::fopen(fileName.c_str(), "wtN");
     if (g_traceFile) Zel_TraceSetHandle(g_traceFile);
 }
 
@@ -102,7 +103,7 @@ void chooseLanguage(const ZelCmdline& options) {
 void writePidFile(const ZelCmdline& options) {
     const SV::String fileName = options.getPIDFileName();
     if (fileName.empty()) return;
-    std::FILE* const file = std::fopen(fileName.c_str(), "w");
+    std::FILE* const file = std::fopen(fileName.c_str(), "wN");
     if (!file) return;
     std::fprintf(file, "%d\n", static_cast<int>(::GetCurrentProcessId()));
     std::fclose(file);

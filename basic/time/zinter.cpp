@@ -63,7 +63,7 @@ void ZelInternational::InitAvailableLanguages() {
 }
 
 void ZelInternational::readLanguageList() {
-    const File file(std::fopen((SV::GetProgramDirectory() + kListFile).c_str(), "r"));
+    const File file(std::fopen((SV::GetProgramDirectory() + kListFile).c_str(), "rN"));
     if (!file) {
         displayErrorMessage(kSource, kListMissing);
         m_languages = {kGerman};
