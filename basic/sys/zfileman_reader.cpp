@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "sys/utf8prefix.h"
 #include "sys/zfileman_sys.h"
@@ -93,15 +94,14 @@ bool WholeFile::append(SV::String& content, bool keepsBytes, bool isEnd) {
 void ZelWholeFileReader::Install() { pReadStringFromFileFct = &ZelWholeFileReader::Read; }
 
 long ZelWholeFileReader::Read(SV::String& content, const SV::String& fileName, bool keepsBytes) {
-    const SV::String name = fileName;  // which may be the same object
-    content = SV::String();            // and its memory is free for the new text
+    SV::String text;
     std::optional<Failure> failure;
     try {
-        failure = WholeFile(name).read(content, keepsBytes);
+        failure = WholeFile(fileName).read(text, keepsBytes);
     } catch (const std::bad_alloc&) {
         failure = Failure{kNoMemory, "there is not enough memory for its text"};
     }
-    if (failure) content = SV::String();
-    _setErrorMessage(failure ? name + ": " + failure->message : SV::String());
+    _setErrorMessage(failure ? fileName + ": " + failure->message : SV::String());
+    content = failure ? SV::String() : std::move(text);
     return failure ? failure->result : kRead;
 }

@@ -30,16 +30,19 @@ std::size_t baseNameSize(std::string_view name) {
 void ZelSystemFileManager::splitFileName(const SV::String& path, SV::String& drive,
                                          SV::String& directory, SV::String& baseName,
                                          SV::String& extension, bool keepsDot) {
-    const SV::String copy = path;  // which may be one of the parts
-    std::string_view rest = copy;
+    std::string_view rest = path;
     const auto take = [&rest](std::size_t size) {
-        const std::string_view part = rest.substr(0, size);
+        const SV::String part(rest.substr(0, size));
         rest.remove_prefix(size);
         return part;
     };
-    drive = take(driveSize(rest));
-    directory = take(rest.find_last_of(kSeparators) + 1);  // "not found" plus 1 is 0
-    baseName = take(baseNameSize(rest));
+    const SV::String parts[] = {take(driveSize(rest)),
+                                take(rest.find_last_of(kSeparators) + 1),  // npos + 1 is 0
+                                take(baseNameSize(rest))};
     if (!keepsDot && !rest.empty()) rest.remove_prefix(1);
-    extension = rest;
+    const SV::String last(rest);
+    drive = parts[0];  // only now: any of them may be the path itself
+    directory = parts[1];
+    baseName = parts[2];
+    extension = last;
 }

@@ -19,6 +19,7 @@ ZelMemCache& ZelMemCache::General() {
 
 ZelMemCache::ZelMemCache() noexcept = default;
 ZelMemCache::ZelMemCache(const ZelMemCache&) noexcept {}
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): nothing is taken from any other one
 ZelMemCache& ZelMemCache::operator=(const ZelMemCache&) noexcept { return *this; }
 
 ZelMemCache::~ZelMemCache() {

@@ -17,6 +17,7 @@
 #include "support/child.h"
 #include "support/temp_dir.h"
 #include "sys/redirected_run.h"
+#include "zbasic/zapp.h"
 #include "zbasic/zcmdline.h"
 #include "zbasic/ztextparser.h"
 
@@ -386,6 +387,36 @@ TEST(SynchronousProcess, LetsItsProgramInheritTheRedirectFilesOnly) {
     gate.open();
     EXPECT_EQ(waitFor(process), 5);
     EXPECT_EQ(inheritableHandles(), before);
+}
+
+namespace {
+
+// Says how many files its programs would inherit besides their standard streams.
+class TracingApplication : public ZelMDIApplication {
+public:
+    TracingApplication() : ZelMDIApplication("test", false, "log") {}
+    bool getMDIClientImage(SV::Image&, int&) override { return false; }
+    int initApplication() override { return 0; }
+    int runApplication() override {
+        std::printf("%d", static_cast<int>(inheritableHandles().size()));
+        return 0;
+    }
+};
+
+}  // namespace
+
+CHILD_MAIN(countInheritable) {
+    TracingApplication application;
+    application.Run(argc, argv);
+    return 0;
+}
+
+TEST(SynchronousProcess, LetsItsProgramInheritNoTraceFile) {
+    const TempDir dir;
+    const std::string without = runChild("countInheritable").out;
+    EXPECT_NE(without, "");
+    EXPECT_EQ(runChild("countInheritable", {"-trace", "-trf" + dir.path("trace")}).out, without);
+    EXPECT_TRUE(fs::exists(dir.path("trace")));
 }
 
 TEST(SynchronousProcess, KeepsNoHandles) {
