@@ -30,6 +30,12 @@ constexpr Format kFormats[] = {
 
 }  // namespace
 
+std::vector<std::string> exportFileNames(const std::string& name) {
+    std::vector<std::string> names;
+    for (const Format& format : kFormats) names.push_back(name + format.extension);
+    return names;
+}
+
 ExportResult exportModel(const Graph& graph, const std::string& directory,
                          const std::string& name) {
     ExportResult result;

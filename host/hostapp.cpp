@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdio>
 
+#include "after.h"
 #include "hostframe.h"
 #include "exporter.h"
 #include "model/gml_reader.h"
@@ -116,10 +117,12 @@ int HostApplication::runApplication() {
         return kDone;
     }
     if (m_frame) m_frame->Show();
+    removeLeftovers(m_options.outputDirectory);
     int status = kDone;
     for (const std::string& path : m_options.models) {
         if (isClosed() || process(path) != kDone) status = kSomeFailed;
     }
+    if (!m_options.after.empty() && !runAfter(status == kDone)) status = kSomeFailed;
     m_isAppInitialized = true;
     PlainEvent(ZelEvent_AppInitialized).trigger();
     PlainEvent(ZelEvent_AfterAppInitialized).trigger();
@@ -185,6 +188,27 @@ bool HostApplication::save(const Model& model) {
     ModelEvent(ZelEvent_SaveModel, name, model.graph).trigger();
     Zel_Trace("zelhost: %s is saved", model.path.c_str());
     return true;
+}
+
+bool HostApplication::runAfter(bool isAllExported) {
+    if (!isAllExported) {
+        report("the command behind the export was not run, as some model failed");
+        return false;
+    }
+    const AfterResult result = runAfterExport(m_options.after, m_options.outputDirectory, [this] {
+        if (m_frame) Reschedule();
+    });
+    if (!result.exitCode) {
+        report(result.problem);
+        return false;
+    }
+    std::printf("exit code %ld: %s\n", *result.exitCode, m_options.after.c_str());
+    if (!result.output.empty()) std::printf("  %s\n", result.output.c_str());
+    std::fflush(stdout);
+    if (*result.exitCode == 0) return true;
+    report("the command ended with exit code " + std::to_string(*result.exitCode) + ": " +
+           m_options.after);
+    return false;
 }
 
 // Two models of one name (in different folders) must not overwrite each other's files.

@@ -41,6 +41,7 @@ private:
     bool isClosed() const;  // by the user, maybe in the middle of the work
     std::string freeName(const std::string& path);
     int process(const std::string& path);
+    bool runAfter(bool isAllExported);
     void announcePhase(const char* text);
 
     Options m_options;

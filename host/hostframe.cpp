@@ -2,9 +2,12 @@
 
 #include <algorithm>
 
+#include "exporter.h"
 #include "hostapp.h"
 #include "texts.h"
 #include "zbasic/zinter.h"
+#include "zbasic/zprocess.h"
+#include "zbasic/ztools.h"
 #include "zbasic/zversion.h"
 
 #include <windows.h>
@@ -42,10 +45,18 @@ SV::String filled(const SV::String& text, const std::string& value) {
     return place == SV::String::npos ? result : result.replace(place, 2, value);
 }
 
+SV::Menu exportedMenu() {
+    SV::Menu menu;
+    int id = HostFrame::kOpenExported;
+    for (const std::string& pattern : exportFileNames("*")) menu.Append(id++, SV::String(pattern));
+    return menu;
+}
+
 SV::Menu fileMenu() {
     SV::Menu menu;
     menu.Append(HostFrame::kOpen, textOf(Text::kMenuOpen));
     menu.Append(HostFrame::kExport, textOf(Text::kMenuExport));
+    menu.Append(exportedMenu(), textOf(Text::kMenuOpenExported));
     menu.AppendSeparator();
     menu.Append(HostFrame::kExit, textOf(Text::kMenuExit));
     return menu;
@@ -102,6 +113,7 @@ void HostFrame::dropClosedWindows() {
 }
 
 void HostFrame::Command(int id) {
+    if (id >= kOpenExported) return openExported(static_cast<std::size_t>(id - kOpenExported));
     switch (id) {
         case kOpen:
             return openFile();
@@ -151,6 +163,18 @@ void HostFrame::exportActive() {
                 filled(textOf(Text::kExportedTo), m_application.outputDirectory()));
     }
     m_application.showProblems();
+}
+
+void HostFrame::openExported(std::size_t index) {
+    const auto* const window = static_cast<ModelWindow*>(GetActiveChild());
+    if (!window) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
+    const std::vector<std::string> names = exportFileNames(window->model().name);
+    if (index >= names.size()) return;
+    const std::string path = m_application.outputDirectory() + "\\" + names[index];
+    if (!Zel_FileExists(path.c_str())) {
+        return showBox(Text::kProblemsTitle, filled(textOf(Text::kNotExported), path));
+    }
+    ZelAsynchronousProcess(SV::String(path)).Execute(this);  // the shell says why it cannot
 }
 
 void HostFrame::about() {

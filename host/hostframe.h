@@ -23,6 +23,7 @@ public:
         kTile,
         kCascade,
         kAbout,
+        kOpenExported = 200,  // the first of the exported files; the others follow
     };
 
     explicit HostFrame(HostApplication& application);
@@ -36,6 +37,7 @@ private:
     void buildMenu();
     void openFile();
     void exportActive();
+    void openExported(std::size_t index);
     void about();
     void switchLanguage(unsigned short language);
     void dropClosedWindows();

@@ -10,13 +10,17 @@
 namespace zelhost {
 
 const char kUsage[] =
-    "usage: zelhost model.gml [more.gml ...] [-o<directory>] [-match<caption>] [options]\n"
+    "usage: zelhost model.gml [more.gml ...] [-o<directory>] [-match<caption>]\n"
+    "               [-after<command line>] [options]\n"
     "\n"
     "Imports graph models in GML and writes each as <name>.gml, <name>.graphml,\n"
     "<name>.nodes.csv, <name>.edges.csv and <name>.png.\n"
     "\n"
     "  -o<directory>    where the files go (default: \"export\" in the current directory)\n"
     "  -match<caption>  keep only the nodes with this caption, and the edges between them\n"
+    "  -after<command line>\n"
+    "                   run it when all is exported; what it prints goes to after.txt\n"
+    "                   beside the exports\n"
     "  -?               this text\n"
     "\n"
     "  -no_windows, -no_gui      do the work without a window\n"
@@ -27,7 +31,7 @@ const char kUsage[] =
     "  -trace -trf<file>         trace lines, to the file\n"
     "  -pidfile<file>            write the process id to the file\n"
     "\n"
-    "Exit status: 0 all done, 1 some model failed, 2 wrong usage.\n";
+    "Exit status: 0 all done, 1 some model or the command failed, 2 wrong usage.\n";
 
 namespace {
 
@@ -58,6 +62,7 @@ constexpr std::string_view kLibraryFlags[] = {"zellogin",
 
 constexpr std::string_view kOutput = "o";
 constexpr std::string_view kMatch = "match";
+constexpr std::string_view kAfter = "after";
 
 bool isOption(std::string_view argument) {
     return argument.starts_with('-') || argument.starts_with('/');
@@ -92,6 +97,12 @@ std::optional<Options> readOptions(std::string& problem) {
             directory = option.substr(kOutput.size());
         } else if (option.starts_with(kMatch)) {
             options.match = utf8Of(option.substr(kMatch.size()));
+        } else if (option.starts_with(kAfter)) {
+            options.after = option.substr(kAfter.size());
+            if (options.after.empty()) {
+                problem = "option -after needs a command line";
+                return std::nullopt;
+            }
         } else if (!isOfLibrary(option)) {
             problem = "unknown option " + argument;
             return std::nullopt;

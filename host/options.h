@@ -11,6 +11,7 @@ namespace zelhost {
 struct Options {
     std::vector<std::string> models;   // as given
     std::string outputDirectory;       // absolute, without a separator at its end
+    std::string after;                 // command line to run behind the exports; empty: none
     std::optional<std::string> match;  // keep only nodes with this caption, in UTF-8
 };
 

@@ -1,6 +1,11 @@
 #include "paths.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <memory>
+
+#include "zbasic/zcleanup.h"
+#include "zbasic/zfileman.h"
 
 #include <windows.h>
 
@@ -19,6 +24,34 @@ std::string systemMessage(DWORD error) {
     while (!message.empty() && (message.back() == ' ' || message.back() == '.')) message.pop_back();
     return message.empty() ? "system error " + std::to_string(error) : message;
 }
+
+// Names like these are nobody else's.
+constexpr char kTemporaryStart[] = "zelhost-";
+constexpr char kTemporaryEnd[] = ".tmp";
+constexpr std::size_t kUuidSize = 36;
+
+bool isTemporaryName(std::string_view name) {
+    const std::string_view start = kTemporaryStart;
+    const std::string_view end = kTemporaryEnd;
+    if (name.size() != start.size() + kUuidSize + end.size()) return false;
+    const std::string_view uuid = name.substr(start.size(), kUuidSize);
+    return name.starts_with(start) && name.ends_with(end) &&
+           uuid.find_first_not_of("0123456789abcdef-") == std::string_view::npos;
+}
+
+bool isOlderThanADay(const FILETIME& time) {
+    constexpr std::uint64_t kDay = std::uint64_t{24} * 60 * 60 * 10'000'000;  // in 100 ns
+    FILETIME now = {};
+    ::GetSystemTimeAsFileTime(&now);
+    const auto ticks = [](const FILETIME& of) {
+        return std::uint64_t{of.dwHighDateTime} << 32 | of.dwLowDateTime;
+    };
+    return ticks(now) > ticks(time) + kDay;
+}
+
+struct SearchCloser {
+    void operator()(HANDLE search) const { ::FindClose(search); }
+};
 
 bool isDirectory(const std::string& path) {
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
@@ -50,6 +83,10 @@ std::string baseNameOf(const std::string& path) {
     return name.substr(0, name.rfind('.'));
 }
 
+std::string directoryOf(const std::string& path) {
+    return path.substr(0, std::min(path.find_last_of("\\/"), path.size()));
+}
+
 bool makeDirectory(const std::string& path, std::string& problem) {
     if (isDirectory(path)) return true;
     const std::size_t separator = path.find_last_of("\\/");
@@ -60,18 +97,46 @@ bool makeDirectory(const std::string& path, std::string& problem) {
     return false;
 }
 
+TemporaryName::TemporaryName(const std::string& directory)
+    : m_path(directory + "\\" + kTemporaryStart + std::string(std::string_view(Zel_GetNewUUID())) +
+             kTemporaryEnd) {
+    ZelCleanUp::Instance().AddFileCleanUpAction(SV::String(m_path));
+}
+
+TemporaryName::~TemporaryName() {
+    ::DeleteFileA(m_path.c_str());
+    ZelCleanUp::Instance().RemoveFileCleanUpAction(SV::String(m_path));
+}
+
+bool TemporaryName::moveTo(const std::string& path) const {
+    return ::MoveFileExA(m_path.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
+}
+
+void removeLeftovers(const std::string& directory) {
+    const std::string start = directory + "\\";
+    WIN32_FIND_DATAA found = {};
+    const HANDLE first =
+        ::FindFirstFileA((start + kTemporaryStart + "*" + kTemporaryEnd).c_str(), &found);
+    if (first == INVALID_HANDLE_VALUE) return;
+    const std::unique_ptr<void, SearchCloser> search(first);
+    do {
+        if (isTemporaryName(found.cFileName) && isOlderThanADay(found.ftLastWriteTime)) {
+            ::DeleteFileA((start + found.cFileName).c_str());
+        }
+    } while (::FindNextFileA(search.get(), &found));
+}
+
+// Shared for deletion: the clean-up at exit may come while the file is open.
 PendingFile::PendingFile(std::string path)
     : m_path(std::move(path)),
-      m_temporary(m_path + ".tmp" + std::to_string(::GetCurrentProcessId())),
-      m_handle(::CreateFileA(m_temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                             FILE_ATTRIBUTE_NORMAL, nullptr)) {
+      m_temporary(directoryOf(m_path)),
+      m_handle(::CreateFileA(m_temporary.path().c_str(), GENERIC_WRITE, FILE_SHARE_DELETE, nullptr,
+                             CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)) {
     if (m_handle == INVALID_HANDLE_VALUE) fail();
 }
 
 PendingFile::~PendingFile() {
-    if (m_handle == INVALID_HANDLE_VALUE) return;
-    ::CloseHandle(m_handle);
-    ::DeleteFileA(m_temporary.c_str());
+    if (m_handle != INVALID_HANDLE_VALUE) ::CloseHandle(m_handle);
 }
 
 bool PendingFile::write(std::string_view bytes) {
@@ -91,10 +156,7 @@ bool PendingFile::commit() {
     if (!::FlushFileBuffers(m_handle)) return fail();
     ::CloseHandle(m_handle);
     m_handle = INVALID_HANDLE_VALUE;
-    if (::MoveFileExA(m_temporary.c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
-    fail();
-    ::DeleteFileA(m_temporary.c_str());
-    return false;
+    return m_temporary.moveTo(m_path) || fail();
 }
 
 bool PendingFile::fail() {

@@ -11,14 +11,35 @@ namespace zelhost {
 
 // All names are in the process code page.
 std::string absolutePath(const std::string& path);
-std::string fileNameOf(const std::string& path);  // behind the last separator
-std::string baseNameOf(const std::string& path);  // the file name without its extension
+std::string fileNameOf(const std::string& path);   // behind the last separator
+std::string baseNameOf(const std::string& path);   // the file name without its extension
+std::string directoryOf(const std::string& path);  // without the separator; of a full path
 
 // Makes the directory and those above it; false with the system's reason in `problem`.
 bool makeDirectory(const std::string& path, std::string& problem);
 
+// A name for a file that is not complete. Whatever is made of it is deleted by the destructor, or
+// else when the program exits; what a killed program leaves, `removeLeftovers` finds. Main thread.
+class TemporaryName {
+public:
+    explicit TemporaryName(const std::string& directory);
+    TemporaryName(const TemporaryName&) = delete;
+    TemporaryName& operator=(const TemporaryName&) = delete;
+    ~TemporaryName();
+
+    const std::string& path() const { return m_path; }
+    // Gives the file its real name, which replaces what had it; else false with the last error set.
+    bool moveTo(const std::string& path) const;
+
+private:
+    std::string m_path;
+};
+
+// Deletes the files of temporary names in the directory that nobody has written to for a day.
+void removeLeftovers(const std::string& directory);
+
 // A file that takes its place when it is complete: until then, and for good when something goes
-// wrong, what lay at the place stays as it was. Writes to a name of its own beside it.
+// wrong, what lay at the place stays as it was. Writes to a temporary name beside it.
 class PendingFile {
 public:
     explicit PendingFile(std::string path);
@@ -40,7 +61,7 @@ private:
     bool fail();
 
     const std::string m_path;
-    const std::string m_temporary;
+    const TemporaryName m_temporary;
     void* m_handle;
     std::string m_problem;
 };

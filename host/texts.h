@@ -26,6 +26,8 @@ enum class Text : std::uint32_t {
     kProblemsTitle,
     kExportedTo,  // "%s" is the directory
     kNothingToExport,
+    kMenuOpenExported,
+    kNotExported,  // "%s" is the file
 };
 
 // In the language of the user interface.

@@ -5,7 +5,8 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
-#include <vector>
+
+#include "model/cached_block.h"
 
 namespace zelhost {
 
@@ -55,7 +56,7 @@ ByteClasses classify(std::string_view bytes) {
 // Line of the byte at `offset`. The file is read again: only messages ask for it.
 std::int64_t lineOfOffset(const std::string& fileName, std::int64_t offset) {
     const File file = openForBlocks(fileName);
-    std::vector<char> block(kBlockSize);
+    CachedBlock block(kBlockSize);
     std::int64_t line = 1;
     char before = 0;
     while (file && offset > 0) {
@@ -89,7 +90,7 @@ private:
     const std::string& m_fileName;
     File m_file;
     // The last bytes that were read, in front the part of a line that earlier blocks left over.
-    std::vector<char> m_bytes = std::vector<char>(kLongestLine + kBlockSize);
+    CachedBlock m_bytes{kLongestLine + kBlockSize};
     std::size_t m_lineStarted = 0;  // size of that part
     std::int64_t m_offset = 0;      // of the block in the file
     Utf8Validator m_validator;

@@ -2,13 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "host/graph_text.h"
 #include "host/host_program.h"
 #include "paths.h"
+#include "support/child.h"
 #include "support/temp_dir.h"
+#include "zbasic/zevent.h"
+
+#include <windows.h>
 
 using zelhost::PendingFile;
 
@@ -30,6 +35,31 @@ TEST(PendingFile, TakesItsPlaceWhenItIsComplete) {
     }
     EXPECT_EQ(readFile(path), "new text");
     EXPECT_EQ(filesIn(dir.root().string()), std::vector<std::string>{"f"});
+}
+
+CHILD_MAIN(endInTheMiddle) {
+    const std::string how = argv[1];
+    try {
+        PendingFile file(argv[2]);
+        file.write("half");
+        if (how == "throw") throw std::runtime_error(how);
+        if (how == "exit") std::exit(0);
+        if (how == "event") ZelExitAppEvent("test").trigger();
+        ::TerminateProcess(::GetCurrentProcess(), 0);
+    } catch (const std::runtime_error&) {
+    }
+    return 0;
+}
+
+TEST(PendingFile, LeavesNothingBehindUnlessItIsKilled) {
+    for (const std::string how : {"throw", "exit", "event", "kill"}) {
+        SCOPED_TRACE(how);
+        const TempDir dir;
+        const std::string path = dir.write("f", "old");
+        EXPECT_EQ(runChild("endInTheMiddle", {how, path}).exitCode, 0u);
+        EXPECT_EQ(readFile(path), "old");
+        EXPECT_EQ(filesIn(dir.root().string()).size(), how == "kill" ? 2u : 1u);
+    }
 }
 
 TEST(PendingFile, SaysOnceWhatWentWrongFirst) {

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <regex>
 #include <string>
 #include <vector>
@@ -102,6 +105,11 @@ TEST(Zelhost, RefusesWrongUsage) {
          "",
          "zelhost: unknown option -tracer\n\nusage: "},
         {"-o alone", {"m.gml", "-o"}, 2, "", "zelhost: option -o needs a directory\n\nusage: "},
+        {"-after alone",
+         {"m.gml", "-after"},
+         2,
+         "",
+         "zelhost: option -after needs a command line\n\nusage: "},
     };
     const TempDir dir;
     dir.write("m.gml", kSmallModel);
@@ -174,4 +182,94 @@ TEST(Zelhost, TakesPartInTheLibrarysStartUp) {
               "zelhost: 1 of 2 models are open\r\n");
     EXPECT_EQ(result.err, "bad.gml: the file is empty\n");
     EXPECT_EQ(readFile(dir.path("boxes.txt")), "bad.gml: the file is empty\r\n\r\n");
+}
+
+TEST(Zelhost, RunsACommandBehindTheExport) {
+    struct Case {
+        const char* why;
+        std::vector<std::string> arguments;
+        unsigned long exitCode;
+        const char* out;  // behind the export
+        const char* err;
+        const char* output;  // of the command; null: no file
+    };
+    const Case cases[] = {
+        {"both streams go into the file",
+         {"m.gml", "-aftercmd /c echo one& echo two>&2"},
+         0,
+         "exit code 0: cmd /c echo one& echo two>&2\n  OUT\\after.txt\n",
+         "",
+         "one\ntwo  \n"},
+        {"its exit code",
+         {"m.gml", "-aftercmd /c \"exit 3\""},
+         1,
+         "exit code 3: cmd /c \"exit 3\"\n  OUT\\after.txt\n",
+         "the command ended with exit code 3: cmd /c \"exit 3\"\n",
+         ""},
+        {"a command that redirects a stream itself",
+         {"m.gml", "-aftercmd /c echo one& echo two>&2 1>own.txt"},
+         0,
+         "exit code 0: cmd /c echo one& echo two>&2 1>own.txt\n  OUT\\after.txt\n",
+         "",
+         "two  \n"},
+        {"not to be started",
+         {"m.gml", "-afternowhere\\no.exe"},
+         1,
+         "",
+         "the command cannot be started: nowhere\\no.exe\n",
+         nullptr},
+        {"not behind a failure",
+         {"m.gml", "bad.gml", "-aftercmd /c exit 0"},
+         1,
+         "",
+         "bad.gml: the file is empty\n"
+         "the command behind the export was not run, as some model failed\n",
+         nullptr},
+    };
+    for (auto [why, arguments, exitCode, out, err, output] : cases) {
+        SCOPED_TRACE(why);
+        const TempDir dir;
+        dir.write("m.gml", kSmallModel);
+        dir.write("bad.gml", "");
+        arguments.insert(arguments.begin(), "-oout");
+        const ChildResult result = runHost(dir.root().string(), arguments);
+        EXPECT_EQ(result.exitCode, exitCode);
+        const std::size_t end = result.out.find(" s\n");
+        ASSERT_NE(end, std::string::npos) << result.out;
+        EXPECT_EQ(result.out.substr(end + 3),
+                  std::regex_replace(std::string(out), std::regex("OUT"), dir.path("out")));
+        EXPECT_EQ(result.err, err);
+        std::vector<std::string> files = exportsOf("m");
+        if (output) files.insert(files.begin(), "after.txt");
+        EXPECT_EQ(filesIn(dir.path("out")), files);
+        if (output) {
+            std::string text = readFile(dir.path("out\\after.txt"));
+            std::erase(text, '\r');
+            EXPECT_EQ(text, output);
+        }
+    }
+}
+
+TEST(Zelhost, TidiesUpWhatAKilledOneLeftADayAgo) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    const std::string uuid = "6ba7b810-9dad-11d1-80b4-00c04fd430c8";
+    const std::string fresh = "zelhost-" + uuid.substr(0, 35) + "9.tmp";
+    const std::string others[] = {"zelhost-x.tmp", "x" + uuid + ".tmp",
+                                  "zelhost-" + uuid + ".tmp1"};
+    const auto day = std::chrono::hours(24);
+    const auto age = [&](const std::string& name, std::chrono::minutes minutes) {
+        const std::filesystem::path file = dir.write("out\\" + name, "half a fi");
+        std::filesystem::last_write_time(file,
+                                         std::filesystem::file_time_type::clock::now() - minutes);
+    };
+    age("zelhost-" + uuid + ".tmp", day + std::chrono::minutes(5));
+    age(fresh, day - std::chrono::minutes(5));
+    for (const std::string& name : others) age(name, 3 * day);
+    EXPECT_EQ(runHost(dir.root().string(), {"m.gml", "-oout"}).exitCode, 0u);
+    std::vector<std::string> expected = exportsOf("m");
+    expected.push_back(fresh);
+    expected.insert(expected.end(), std::begin(others), std::end(others));
+    std::ranges::sort(expected);
+    EXPECT_EQ(filesIn(dir.path("out")), expected);
 }

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <regex>
 #include <string>
 #include <vector>
@@ -143,10 +144,13 @@ TEST(ZelhostWindow, MenusFollowTheLanguageAtOnce) {
     EXPECT_EQ(result.exitCode, 0u);
     EXPECT_EQ(result.err, "");
     const std::string english =
-        "&File(&Open...|&Export|--|E&xit)|&View(&English*|&German|--|&Tile "
+        "&File(&Open...|&Export|Open exported &file(*.gml|*.graphml|*.nodes.csv|*.edges.csv|*.png)"
+        "|--|E&xit)|&View(&English*|&German|--|&Tile "
         "windows|&Cascade windows|--|&1 m.gml*)|&Help(&About zelhost)\n";
     const std::string german =
-        "&Datei(\xD6&ffnen...|&Exportieren|--|&Beenden)|&Ansicht(&Englisch|&Deutsch*|--|"
+        "&Datei(\xD6&ffnen...|&Exportieren|Exportierte &Datei \xF6"
+        "ffnen(*.gml|*.graphml|*.nodes.csv|*.edges.csv|*.png)|--|&Beenden)|&Ansicht(&Englisch|&"
+        "Deutsch*|--|"
         "&Nebeneinander|\xDC&berlappend|--|&1 m.gml*)|&Hilfe(&\xDC"
         "ber zelhost)\n";
     const std::string start = "AfterAppInitialized\n";
@@ -287,4 +291,68 @@ TEST(ZelhostWindow, WritesWhatBoxesWouldSayToTheirLog) {
     EXPECT_EQ(program.wait().exitCode, 1u);
     EXPECT_TRUE(watcher.seen().empty());
     EXPECT_EQ(readFile(dir.path("boxes.txt")), "bad.gml: the file is empty\r\n\r\n");
+}
+
+namespace {
+
+// While it lives, the shell opens files of the extension by `command`. For all users: Wine's shell
+// does not look at those of one.
+class Association {
+public:
+    Association(const std::string& extension, const std::string& command) : m_key(extension) {
+        set(m_key, "zbasic_test_file");
+        set(kClass + std::string("\\shell\\open\\command"), command);
+    }
+    Association(const Association&) = delete;
+    Association& operator=(const Association&) = delete;
+    ~Association() {
+        ::RegDeleteTreeA(HKEY_CLASSES_ROOT, m_key.c_str());
+        ::RegDeleteTreeA(HKEY_CLASSES_ROOT, kClass);
+    }
+
+private:
+    static constexpr char kClass[] = "zbasic_test_file";
+
+    static void set(const std::string& key, const std::string& value) {
+        EXPECT_EQ(::RegSetKeyValueA(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, value.c_str(),
+                                    static_cast<DWORD>(value.size() + 1)),
+                  ERROR_SUCCESS);
+    }
+
+    const std::string m_key;
+};
+
+}  // namespace
+
+CHILD_MAIN(noteFile) {
+    std::ofstream(argv[1]) << argv[2];
+    return 0;
+}
+
+TEST(ZelhostWindow, OpensExportedFilesByTheShell) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    char self[MAX_PATH] = "";
+    ::GetModuleFileNameA(nullptr, self, MAX_PATH);
+    const std::string note = dir.path("note");
+    const Association association(
+        ".graphml", "\"" + std::string(self) + "\" --child noteFile \"" + note + "\" \"%1\"");
+    ChildOptions options;
+    options.directory = dir.root().string();
+    RunningProgram program(hostProgram(), {"m.gml", "-oout", "-lang1033"}, options);
+    const BoxWatcher watcher(IDOK, program.id());
+    const HWND frame = waitForFrame(program);
+    while (childrenOf(frame).empty() || !std::filesystem::exists(dir.path("out\\m.png"))) {
+        ::Sleep(20);
+    }
+    post(frame, HostFrame::kOpenExported + 1);
+    for (int i = 0; i < 500 && !std::filesystem::exists(note); ++i) ::Sleep(20);
+    std::filesystem::remove(dir.path("out\\m.png"));
+    post(frame, HostFrame::kOpenExported + 4);
+    const SeenBox missing = watcher.waitFor(1)[0];
+    EXPECT_EQ(missing.text,
+              "The model has not been exported yet; there is no file\n" + dir.path("out\\m.png"));
+    EXPECT_EQ(readFile(note), dir.path("out\\m.graphml"));
+    ::PostMessageA(frame, WM_CLOSE, 0, 0);
+    EXPECT_EQ(program.wait().exitCode, 0u);
 }
