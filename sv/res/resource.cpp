@@ -77,6 +77,15 @@ bool ResMgr::FindString(std::uint32_t number, String& text) const {
     return true;
 }
 
+const void* ResMgr::FindDialog(std::uint32_t number) const {
+    const auto module = static_cast<HMODULE>(m_module);
+    // The number takes the place of a name.
+    const auto* const name = reinterpret_cast<const char*>(static_cast<std::uintptr_t>(number));
+    const HRSRC found = module ? ::FindResourceA(module, name, RT_DIALOG) : nullptr;
+    const HGLOBAL loaded = found ? ::LoadResource(module, found) : nullptr;
+    return loaded ? ::LockResource(loaded) : nullptr;
+}
+
 ResMgr* Resource::GetResManager() { return g_current; }
 
 void Resource::SetResManager(ResMgr* manager) {
@@ -91,6 +100,14 @@ bool Resource::FindString(std::uint32_t number, String& text) {
     if (g_current && g_current->FindString(number, text)) return true;
     return std::ranges::any_of(
         managers(), [&](const ResMgr* manager) { return manager->FindString(number, text); });
+}
+
+const void* Resource::FindDialog(std::uint32_t number) {
+    const void* dialog = g_current ? g_current->FindDialog(number) : nullptr;
+    for (const ResMgr* manager : managers()) {
+        if (!dialog) dialog = manager->FindDialog(number);
+    }
+    return dialog;
 }
 
 String Resource::GetString(const ResId& id) {

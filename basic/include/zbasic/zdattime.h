@@ -2,13 +2,10 @@
 
 #pragma once
 
+#include "sv/control.h"
 #include "sv/datetime.h"
 #include "sv/string.h"
 #include "zbasic/zexport.h"
-
-namespace SV {
-class ListBox;
-}
 
 // Rules of the Gregorian calendar, also for years before it was introduced, and the
 // names of its months and weekdays.
@@ -107,4 +104,51 @@ public:
 
 private:
     static bool bAmericanTimeFormat;
+};
+
+// A day of any year: a field for the day with spin buttons, and a list of the months.
+//
+// It is made from a dialog resource with the style of a child window (`DS_CONTROL`), in which
+// lie an edit control 101, the spin buttons 102 that follow it, and a list or combo box 103;
+// the library's resource files have one of number `kResource`. Main thread only.
+class ZBASIC_API ZelDayMonthControl : public SV::Control {
+public:
+    enum : std::uint32_t { kResource = 25150 };
+
+    // January 1st, the 29th of February not allowed. The widths, in pixels, are those of the
+    // field and of the list; 0 for those of the resource.
+    ZelDayMonthControl(SV::Window* parent, const SV::ResId& id, int dayWidth, int monthWidth);
+
+    // The day is kept within the month: at least 1, at most what the month has, also when
+    // another one is selected.
+    int GetDay() const;
+    void SetDay(int day);
+    // From 0. One that does not exist is reported as an internal error and not selected.
+    int GetMonth() const;
+    void SetMonth(int month);
+    // By name in the user's language.
+    SV::String GetMonthString() const;
+    void SetMonthString(const SV::String& name);
+    void AllowFebruary29th(bool isAllowed);
+
+    // Another width makes the control as a whole wider or narrower.
+    void SetMFWidth(int width);
+    int GetMFWidth() const;
+    void SetLBWidth(int width);
+    int GetLBWidth() const;
+
+    // When the control gets another size the field keeps its width and the list gets the rest.
+    void Resize() override;
+    void SetEnabled(bool isEnabled) override;
+
+protected:
+    void Notify(int id, int code) override;
+
+private:
+    void setWidths(int dayWidth, int monthWidth);
+    void limitDay();  // by the month
+
+    SV::MetricField m_day;
+    SV::ListBox m_month;
+    bool m_isFebruary29thAllowed = false;
 };

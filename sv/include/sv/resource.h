@@ -12,6 +12,7 @@ namespace SV {
 // Names one resource.
 struct ResId {
     static constexpr std::uint32_t kString = 0x0200;
+    static constexpr std::uint32_t kDialog = 0x0300;
 
     explicit constexpr ResId(std::uint32_t resNumber, std::uint32_t resType = kString)
         : number(resNumber), type(resType) {}
@@ -40,6 +41,8 @@ public:
     // The text in the process code page; false when the file has none (or an
     // empty one: the format does not tell the two apart).
     bool FindString(std::uint32_t number, String& text) const;
+    // A dialog in the system's form, valid as long as this object; null when there is none.
+    const void* FindDialog(std::uint32_t number) const;
 
 private:
     String m_fileName;
@@ -60,6 +63,9 @@ public:
     // The text from the current manager, else from the first of the other living
     // ones (in the order of loading) that has it; raises no exception.
     static bool FindString(std::uint32_t number, String& text);
+
+    // The dialog likewise; null when nobody has it.
+    static const void* FindDialog(std::uint32_t number);
 
     // The text of `id` from the current manager. When that lacks it,
     // `Application::Exception(256, number)` is raised; when that answers true, the

@@ -4,6 +4,7 @@
 
 #include "sv/application.h"
 #include "sv/color.h"
+#include "sv/control.h"
 #include "sv/datetime.h"
 #include "sv/dir.h"
 #include "sv/export.h"
