@@ -41,27 +41,25 @@ PatternAutomaton::PatternAutomaton(const PosixPattern& pattern, PatternProgram::
     m_canSkip = count <= kMaxFirstBytes;
 }
 
-bool PatternAutomaton::contains(std::string_view text, std::size_t* bound) {
+bool PatternAutomaton::contains(std::string_view text, Window* window) {
     Entry state = startState(true, Place::kTextStart);
     bool isFound = stateOf(state).isMatch;
     std::size_t pos = 0;
+    std::size_t lastRest = 0;  // no match that was found has begun before
     while (!isFound && pos < text.size()) {
         if (state == m_rest && m_canSkip) {
-            pos = skipToFirst(text, pos);
+            lastRest = pos = skipToFirst(text, pos);
             if (pos == text.size()) break;
         }
         state = next(state, text[pos++]);
         isFound = (state & kMark) != 0;  // a search is never dead
     }
-    if (!isFound) {
-        if (bound) *bound = text.size();
-        return stateOf(state).isMatchAtEnd;
-    }
-    if (!bound) return true;
+    if (!isFound && !stateOf(state).isMatchAtEnd) return false;
+    if (!window) return true;
     // The leftmost match has begun by now, if it is not this one, so nothing may begin any more.
-    state = withoutSearch(state);
+    if (isFound) state = withoutSearch(state);
     while (pos < text.size() && state != kDead) state = next(state, text[pos++]);
-    *bound = pos;
+    *window = {lastRest, pos};
     return true;
 }
 
@@ -77,15 +75,15 @@ std::size_t PatternAutomaton::longestEnd(std::string_view text, std::size_t star
     return stateOf(state).isMatchAtEnd ? text.size() : end;
 }
 
-std::size_t PatternAutomaton::leftmostStart(std::string_view text, std::size_t bound) {
-    const bool isWhole = bound == text.size();
+std::size_t PatternAutomaton::leftmostStart(std::string_view text, Window window) {
+    const bool isWhole = window.end == text.size();
     Entry state = startState(true, isWhole ? Place::kTextStart : Place::kWithin);
-    std::size_t start = stateOf(state).isMatch ? bound : kNone;
-    for (std::size_t pos = bound; pos > 0;) {
+    std::size_t start = stateOf(state).isMatch ? window.end : kNone;
+    for (std::size_t pos = window.end; pos > window.start;) {
         state = next(state, text[--pos]);
         if (state & kMark) start = pos;
     }
-    return stateOf(state).isMatchAtEnd ? 0 : start;
+    return window.start == 0 && stateOf(state).isMatchAtEnd ? 0 : start;
 }
 
 PatternAutomaton::Entry PatternAutomaton::startState(bool isSearch, Place place) {

@@ -21,13 +21,18 @@ public:
     // The pattern outlives the automaton.
     PatternAutomaton(const PosixPattern& pattern, PatternProgram::Direction direction);
 
-    // Forward: whether the pattern matches anywhere. `bound`, when asked for, becomes an offset
-    // that is not before the end of any match with the leftmost start.
-    bool contains(std::string_view text, std::size_t* bound);
+    // Of a text: every match with the leftmost start lies within.
+    struct Window {
+        std::size_t start;
+        std::size_t end;
+    };
+
+    // Forward: whether the pattern matches anywhere. The window, when asked for, is written then.
+    bool contains(std::string_view text, Window* window);
     // Forward: end of the longest match that starts at `start`, or `kNone`.
     std::size_t longestEnd(std::string_view text, std::size_t start);
-    // Backward: start of the leftmost match that ends at `bound` or before it, or `kNone`.
-    std::size_t leftmostStart(std::string_view text, std::size_t bound);
+    // Backward: start of the leftmost match within the window, or `kNone`.
+    std::size_t leftmostStart(std::string_view text, Window window);
 
 private:
     // Of a transition table: the offset of a state's row, and a mark for what a loop must look at:

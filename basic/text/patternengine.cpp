@@ -77,10 +77,10 @@ PcreMatcher::Result PatternEngine::searchByBacktracking(std::string_view text, M
 }
 
 bool PatternEngine::searchByAutomaton(std::string_view text, Match* match) {
-    std::size_t bound = 0;
-    if (!forward().contains(text, match ? &bound : nullptr)) return false;
+    PatternAutomaton::Window window{};
+    if (!forward().contains(text, match ? &window : nullptr)) return false;
     if (!match) return true;
-    match->start = backward().leftmostStart(text, bound);
+    match->start = backward().leftmostStart(text, window);
     match->end = forward().longestEnd(text, match->start);
     return true;
 }

@@ -79,11 +79,11 @@ Answer ofEngine(PatternEngine& engine, const std::string& text) {
 }
 
 Answer ofAutomaton(PatternAutomaton& forward, PatternAutomaton& backward, const std::string& text) {
-    std::size_t bound = 0;
-    const bool isMatch = forward.contains(text, &bound);
+    PatternAutomaton::Window window{};
+    const bool isMatch = forward.contains(text, &window);
     EXPECT_EQ(forward.contains(text, nullptr), isMatch);
     if (!isMatch) return {false, 0, 0};
-    const std::size_t start = backward.leftmostStart(text, bound);
+    const std::size_t start = backward.leftmostStart(text, window);
     return {true, start, forward.longestEnd(text, start)};
 }
 
