@@ -19,7 +19,8 @@ namespace {
 
 using U = ZelCryptoUtils;
 
-constexpr std::size_t kPiece = 12;
+constexpr std::size_t kPiece = 8;
+constexpr std::size_t kPieceStep = 4;  // so that a piece lies in any 11 bytes of the secret
 constexpr unsigned char kMask = 0xA7;
 
 void forget(void* data, std::size_t size) { ::SecureZeroMemory(data, size); }
@@ -60,7 +61,7 @@ public:
 private:
     int countIn(const unsigned char* begin, std::size_t size) const {
         int count = 0;
-        for (std::size_t piece = 0; piece + kPiece <= m_masked.size(); piece += kPiece) {
+        for (std::size_t piece = 0; piece + kPiece <= m_masked.size(); piece += kPieceStep) {
             const unsigned char first = m_masked[piece] ^ kMask;
             const unsigned char* at = begin;
             const unsigned char* const end = begin + size - kPiece;
@@ -93,12 +94,15 @@ void dropResult(std::pair<Byte*, int> result) {
     drop(reinterpret_cast<char*>(result.first), static_cast<std::size_t>(result.second));
 }
 
+const TempDir* g_folder = nullptr;  // of the test
+
 const unsigned char kPublic[32] = {1, 2, 3};
 
 }  // namespace
 
 TEST(Secrets, AreNotLeftInMemory) {
     const TempDir folder;
+    g_folder = &folder;
     struct Case {
         const char* why;
         std::size_t size;
@@ -124,6 +128,11 @@ TEST(Secrets, AreNotLeftInMemory) {
              const auto* const key = reinterpret_cast<unsigned char*>(text);
              U::Free(U::AESEncrypt(kPublic, 20, key, 256, kPublic).first);
              U::Free(U::AESDecrypt(kPublic, 20, key, 256, kPublic).first);
+         }},
+        {"a single block", 16, nothing,
+         [](std::string&, char* text) {
+             const auto* const in = reinterpret_cast<unsigned char*>(text);
+             U::Free(U::AESEncrypt(in, 16, kPublic, 16).first);
          }},
         {"the key of a block", 32, nothing,
          [](std::string&, char* text) {
@@ -165,13 +174,11 @@ TEST(Secrets, AreNotLeftInMemory) {
              new (&password) SV::String;
          }},
         {"user file", 100,
-         [](char* text, std::string& digits) {
+         [](char* text, std::string& path) {
              text[10] = text[40] = '\n';
-             digits = taken(U::AESEncrypt(text));
+             path = g_folder->write("user.txt", taken(U::AESEncrypt(text)));
          },
-         [](std::string& digits, char*) {
-             const TempDir files;
-             const std::string path = files.write("user.txt", digits);
+         [](std::string& path, char*) {
              ZelDBUserUtils utils(path.c_str());
              const ZelDBUserUtils copy(utils);
              EXPECT_TRUE(utils.GetDBUserPassword("").size() == 59);
