@@ -38,6 +38,12 @@ HANDLE outputFile(const std::string& path) {
                          &inheritable, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
+HANDLE inputFile(const std::string& path) {
+    SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
+    return ::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, &inheritable, OPEN_EXISTING,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
 std::string withoutReturns(std::string text) {
     std::erase(text, '\r');
     return text;
@@ -87,8 +93,9 @@ RunningProgram::RunningProgram(const std::string& program,
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = outputFile(m_outputs.path("out"));
-    startup.hStdError = outputFile(m_outputs.path("err"));
+    startup.hStdOutput = outputFile(m_files.path("out"));
+    startup.hStdError = outputFile(m_files.path("err"));
+    if (options.input) startup.hStdInput = inputFile(m_files.write("in", *options.input));
     std::string environment = environmentBlock(options.environment);
     PROCESS_INFORMATION process = {};
     const BOOL started = ::CreateProcessA(
@@ -97,6 +104,7 @@ RunningProgram::RunningProgram(const std::string& program,
     EXPECT_TRUE(started) << commandLine << ": error " << ::GetLastError();
     ::CloseHandle(startup.hStdOutput);
     ::CloseHandle(startup.hStdError);
+    if (startup.hStdInput) ::CloseHandle(startup.hStdInput);
     if (!started) return;
     ::CloseHandle(process.hThread);
     m_process = process.hProcess;
@@ -123,8 +131,8 @@ ChildResult RunningProgram::wait() {
         ::CloseHandle(m_process);
         m_process = nullptr;
     }
-    result.out = withoutReturns(readFile(m_outputs.path("out")));
-    result.err = withoutReturns(readFile(m_outputs.path("err")));
+    result.out = withoutReturns(readFile(m_files.path("out")));
+    result.err = withoutReturns(readFile(m_files.path("err")));
     return result;
 }
 

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct ChildResult {
 struct ChildOptions {
     std::string directory;                      // to start in; empty: ours
     std::vector<std::string> environment = {};  // "NAME=value" on top of ours
+    std::optional<std::string> input = {};      // standard input; without one there is none
 };
 
 // Runs CHILD_MAIN(name) in a new process of this test program.
@@ -46,7 +48,7 @@ public:
     ChildResult wait();
 
 private:
-    TempDir m_outputs;
+    TempDir m_files;
     std::string m_program;
     void* m_process = nullptr;
     unsigned long m_id = 0;
