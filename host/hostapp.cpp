@@ -4,8 +4,9 @@
 #include <cstdio>
 
 #include "after.h"
-#include "hostframe.h"
 #include "exporter.h"
+#include "hostframe.h"
+#include "model_call.h"
 #include "model/gml_reader.h"
 #include "model_events.h"
 #include "paths.h"
@@ -19,6 +20,9 @@
 namespace zelhost {
 
 namespace {
+
+constexpr int kLogBackups = 7;
+constexpr char kLogFile[] = "zelhost.log";
 
 using Clock = std::chrono::steady_clock;
 
@@ -74,7 +78,8 @@ SV::Image backgroundTile() {
 
 }  // namespace
 
-HostApplication::HostApplication(bool withGUI) : ZelMDIApplication("zelhost", withGUI, "log") {}
+HostApplication::HostApplication(bool withGUI)
+    : ZelMDIApplication("zelhost", withGUI, "log"), m_log(true, true, kLogBackups) {}
 
 HostApplication::~HostApplication() = default;
 
@@ -104,6 +109,9 @@ int HostApplication::initApplication() {
         std::fputs("zelhost: -match takes whole captions; \"*\" and \"?\" stand for themselves\n",
                    stderr);
     }
+    openLog();
+    offerModels();
+    if (!loadCommands(problem)) return refuse(problem);
     if (withWindows) {
         MakeMDIClientImg(false);
         m_frame = std::make_unique<HostFrame>(*this);
@@ -122,6 +130,7 @@ int HostApplication::runApplication() {
     for (const std::string& path : m_options.models) {
         if (isClosed() || process(path) != kDone) status = kSomeFailed;
     }
+    if (m_options.models.empty() && !runCommands(nullptr)) status = kSomeFailed;
     if (!m_options.after.empty() && !runAfter(status == kDone)) status = kSomeFailed;
     m_isAppInitialized = true;
     PlainEvent(ZelEvent_AppInitialized).trigger();
@@ -131,6 +140,8 @@ int HostApplication::runApplication() {
     showProblems();
     if (m_frame && !isClosed()) Execute();
     m_frame.reset();
+    m_commands.discard();
+    log("zelhost ends with status " + std::to_string(status));
     return status;
 }
 
@@ -140,10 +151,11 @@ int HostApplication::process(const std::string& path) {
     if (!model) return kSomeFailed;
     std::printf("%s: %zu nodes, %zu edges\n", path.c_str(), model->graph.nodes.size(),
                 model->graph.edges.size());
-    const bool isSaved = save(*model);
+    bool isDone = save(*model);
+    isDone = runCommands(model) && isDone;
     std::printf("  %.3f s\n", secondsSince(start));
     std::fflush(stdout);
-    return isSaved ? kDone : kSomeFailed;
+    return isDone ? kDone : kSomeFailed;
 }
 
 std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
@@ -165,6 +177,9 @@ std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
             [this](std::string_view caption) { return caption == *m_options.match; });
     }
     model->name = freeName(path);
+    m_open.push_back(model);
+    log(path + ": " + std::to_string(model->graph.nodes.size()) + " nodes, " +
+        std::to_string(model->graph.edges.size()) + " edges");
     ModelEvent(ZelEvent_OpenModel, SV::String(model->name), model->graph).trigger();
     Zel_Trace("zelhost: %s is open", path.c_str());
     if (m_frame && !isClosed()) m_frame->show(model);
@@ -186,6 +201,7 @@ bool HostApplication::save(const Model& model) {
         return false;
     }
     ModelEvent(ZelEvent_SaveModel, name, model.graph).trigger();
+    log(model.path + " is exported to " + m_options.outputDirectory);
     Zel_Trace("zelhost: %s is saved", model.path.c_str());
     return true;
 }
@@ -211,6 +227,50 @@ bool HostApplication::runAfter(bool isAllExported) {
     return false;
 }
 
+std::shared_ptr<const Model> HostApplication::findModel(const std::string& name) const {
+    if (name.empty()) return m_current || !m_frame ? m_current : m_frame->activeModel();
+    for (const std::weak_ptr<const Model>& entry : m_open) {
+        std::shared_ptr<const Model> model = entry.lock();
+        if (model && model->name == name) return model;
+    }
+    return nullptr;
+}
+
+bool HostApplication::loadCommands(std::string& problem) {
+    for (const std::string& line : m_commands.load()) log(line);
+    for (const std::string& request : m_options.commands) {
+        if (m_commands.isKnown(request)) continue;
+        problem = "no plug-in has the command \"" + request + "\"";
+        return false;
+    }
+    return true;
+}
+
+bool HostApplication::runCommands(const std::shared_ptr<const Model>& model) {
+    bool isDone = true;
+    for (const std::string& request : m_options.commands) {
+        const Commands::Answer answer = run(request, model);
+        if (answer.isDone) {
+            std::printf("%s\n", answer.text.c_str());
+        } else {
+            report((model ? model->path + ": " : "") + "the command \"" + request + "\" failed" +
+                   (answer.text.empty() ? "" : ": " + answer.text));
+            isDone = false;
+        }
+    }
+    return isDone;
+}
+
+Commands::Answer HostApplication::run(const std::string& request,
+                                      std::shared_ptr<const Model> model) {
+    m_current = std::move(model);
+    Commands::Answer answer = m_commands.run(request);
+    log("command " + request + (m_current ? " for " + m_current->name : "") +
+        (answer.isDone ? ": done" : ": failed"));
+    m_current.reset();
+    return answer;
+}
+
 // Two models of one name (in different folders) must not overwrite each other's files.
 std::string HostApplication::freeName(const std::string& path) {
     const std::string base = baseNameOf(path);
@@ -232,11 +292,21 @@ bool HostApplication::getMDIClientImage(SV::Image& image, int& mode) {
 }
 
 int HostApplication::refuse(const std::string& problem) {
+    log(problem);
     std::fprintf(stderr, "zelhost: %s\n\n%s", problem.c_str(), kUsage);
     return kWrongUsage;
 }
 
+void HostApplication::openLog() {
+    // Where it cannot be written the program does without.
+    m_log.open(Zel_GetStartCWDFilename(kLogFile).c_str(), true);
+    log("zelhost " + std::string(Zel_GetPatchBuildVersionString().c_str()) + " starts");
+}
+
+void HostApplication::log(const std::string& text) { m_log.addText("%s", text.c_str()); }
+
 void HostApplication::report(const std::string& problem) {
+    log(problem);
     std::fprintf(stderr, "%s\n", problem.c_str());
     ZelDebugOut(("[zel] " + problem + "\n").c_str());
     m_problems += problem + "\n";

@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "commands.h"
 #include "model_window.h"
 #include "options.h"
 #include "zbasic/zapp.h"
+#include "zbasic/zfilelog.h"
 
 namespace zelhost {
 
@@ -31,6 +33,13 @@ public:
     // Shows the user in one box what went wrong since the last call; where boxes are suppressed
     // it goes to their log.
     void showProblems();
+    // The open model of that name; without a name the model of the moment. Null when there is none.
+    std::shared_ptr<const Model> findModel(const std::string& name) const;
+
+    const Commands& commands() const { return m_commands; }
+    // Runs a command for a model, which may be null, and notes it in the log.
+    Commands::Answer run(const std::string& request, std::shared_ptr<const Model> model);
+
     const std::string& outputDirectory() const { return m_options.outputDirectory; }
 
 private:
@@ -42,12 +51,20 @@ private:
     std::string freeName(const std::string& path);
     int process(const std::string& path);
     bool runAfter(bool isAllExported);
+    bool loadCommands(std::string& problem);
+    bool runCommands(const std::shared_ptr<const Model>& model);
+    void openLog();
+    void log(const std::string& text);
     void announcePhase(const char* text);
 
     Options m_options;
-    std::unique_ptr<HostFrame> m_frame;  // null without windows
-    std::set<std::string> m_names;       // of exports, in lower case
-    std::string m_problems;              // not yet shown to the user
+    ZelBasicFileLogger m_log;  // "zelhost.log"
+    Commands m_commands;
+    std::shared_ptr<const Model> m_current;          // while a command runs for it
+    std::vector<std::weak_ptr<const Model>> m_open;  // those that are gone included
+    std::unique_ptr<HostFrame> m_frame;              // null without windows
+    std::set<std::string> m_names;                   // of exports, in lower case
+    std::string m_problems;                          // not yet shown to the user
     bool m_isUsageWanted = false;
 };
 

@@ -4,6 +4,7 @@
 
 #include "exporter.h"
 #include "hostapp.h"
+#include "paths.h"
 #include "texts.h"
 #include "zbasic/zinter.h"
 #include "zbasic/zprocess.h"
@@ -21,11 +22,15 @@ constexpr unsigned short kEnglishLanguage = 1033;
 constexpr unsigned short kGermanLanguage = 1031;
 constexpr int kViewMenu = 1;  // position; the open windows are listed below its entries
 
-void showBox(Text title, const SV::String& text) {
+void showBox(const SV::String& caption, const SV::String& text) {
     if (SV::Application::IsModalDialogSuppression()) return;
+    SV::ShowMessageBox(SV::Application::GetAppWindow(), text, caption, MB_OK | MB_ICONINFORMATION);
+}
+
+void showBox(Text title, const SV::String& text) {
     SV::String caption = textOf(title);  // may be that of a menu, with its access key
     caption.erase(std::min(caption.find('&'), caption.size()), 1);
-    SV::ShowMessageBox(SV::Application::GetAppWindow(), text, caption, MB_OK | MB_ICONINFORMATION);
+    showBox(caption, text);
 }
 
 // Loaded when it is needed: the common dialogs bring half of the system with them.
@@ -74,6 +79,20 @@ SV::Menu viewMenu() {
     return menu;
 }
 
+// "&" marks an access key.
+SV::String menuTextOf(const std::string& command) {
+    std::string text;
+    for (const char c : command) text.append(c == '&' ? 2 : 1, c);
+    return SV::String(text);
+}
+
+SV::Menu pluginMenu(const std::vector<std::string>& commands) {
+    SV::Menu menu;
+    int id = HostFrame::kFirstPlugin;
+    for (const std::string& command : commands) menu.Append(id++, menuTextOf(command));
+    return menu;
+}
+
 SV::Menu helpMenu() {
     SV::Menu menu;
     menu.Append(HostFrame::kAbout, textOf(Text::kMenuAbout));
@@ -91,6 +110,8 @@ void HostFrame::buildMenu() {
     SV::Menu bar(SV::Menu::Kind::kBar);
     bar.Append(fileMenu(), textOf(Text::kMenuFile));
     bar.Append(viewMenu(), textOf(Text::kMenuView));
+    const std::vector<std::string> commands = m_application.commands().names();
+    if (!commands.empty()) bar.Append(pluginMenu(commands), textOf(Text::kMenuPlugins));
     bar.Append(helpMenu(), textOf(Text::kMenuHelp));
     SetMenu(std::move(bar), kViewMenu);
 }
@@ -132,7 +153,7 @@ void HostFrame::Command(int id) {
         case kAbout:
             return about();
         default:
-            break;
+            if (id >= kFirstPlugin) runCommand(static_cast<std::size_t>(id - kFirstPlugin));
     }
 }
 
@@ -149,6 +170,8 @@ void HostFrame::openFile() {
     question.lpstrFile = path;
     question.nMaxFile = sizeof path;
     question.lpstrTitle = title.c_str();
+    const std::string extension = modelExtension();
+    question.lpstrDefExt = extension.c_str();
     question.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
     if (!askForFile(question)) return;
     m_application.open(path);
@@ -156,9 +179,9 @@ void HostFrame::openFile() {
 }
 
 void HostFrame::exportActive() {
-    const auto* const window = static_cast<ModelWindow*>(GetActiveChild());
-    if (!window) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
-    if (m_application.save(window->model())) {
+    const std::shared_ptr<const Model> model = activeModel();
+    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
+    if (m_application.save(*model)) {
         showBox(Text::kMenuExport,
                 filled(textOf(Text::kExportedTo), m_application.outputDirectory()));
     }
@@ -168,13 +191,27 @@ void HostFrame::exportActive() {
 void HostFrame::openExported(std::size_t index) {
     const auto* const window = static_cast<ModelWindow*>(GetActiveChild());
     if (!window) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
-    const std::vector<std::string> names = exportFileNames(window->model().name);
+    const std::vector<std::string> names = exportFileNames(window->model()->name);
     if (index >= names.size()) return;
     const std::string path = m_application.outputDirectory() + "\\" + names[index];
     if (!Zel_FileExists(path.c_str())) {
         return showBox(Text::kProblemsTitle, filled(textOf(Text::kNotExported), path));
     }
     ZelAsynchronousProcess(SV::String(path)).Execute(this);  // the shell says why it cannot
+}
+
+std::shared_ptr<const Model> HostFrame::activeModel() const {
+    const auto* const window = static_cast<const ModelWindow*>(GetActiveChild());
+    return window ? window->model() : nullptr;
+}
+
+void HostFrame::runCommand(std::size_t index) {
+    const std::vector<std::string> commands = m_application.commands().names();
+    if (index >= commands.size()) return;
+    const Commands::Answer answer = m_application.run(commands[index], activeModel());
+    SV::String text(answer.text);
+    if (!answer.isDone) text = filled(textOf(Text::kCommandFailed), commands[index]) + text;
+    showBox(SV::String(commands[index]), text);
 }
 
 void HostFrame::about() {

@@ -24,6 +24,7 @@ public:
         kCascade,
         kAbout,
         kOpenExported = 200,  // the first of the exported files; the others follow
+        kFirstPlugin = 1000,  // one for each command of the plug-ins
     };
 
     explicit HostFrame(HostApplication& application);
@@ -31,6 +32,7 @@ public:
     void show(std::shared_ptr<const Model> model);
     void showProgress(const std::string& name, int percent);
     void updateTitle();
+    std::shared_ptr<const Model> activeModel() const;  // null without one
 
 private:
     void Command(int id) override;
@@ -38,6 +40,7 @@ private:
     void openFile();
     void exportActive();
     void openExported(std::size_t index);
+    void runCommand(std::size_t index);
     void about();
     void switchLanguage(unsigned short language);
     void dropClosedWindows();

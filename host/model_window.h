@@ -23,7 +23,7 @@ public:
     ModelWindow(SV::MDIFrame& frame, std::shared_ptr<const Model> model);
     ~ModelWindow() override;
 
-    const Model& model() const { return *m_model; }
+    const std::shared_ptr<const Model>& model() const { return m_model; }
 
 private:
     void Paint(HDC__* device) override;

@@ -10,7 +10,7 @@
 namespace zelhost {
 
 const char kUsage[] =
-    "usage: zelhost model.gml [more.gml ...] [-o<directory>] [-match<caption>]\n"
+    "usage: zelhost model.gml [more.gml ...] [-o<directory>] [-match<caption>] [-run<command>]\n"
     "               [-after<command line>] [options]\n"
     "\n"
     "Imports graph models in GML and writes each as <name>.gml, <name>.graphml,\n"
@@ -18,6 +18,7 @@ const char kUsage[] =
     "\n"
     "  -o<directory>    where the files go (default: \"export\" in the current directory)\n"
     "  -match<caption>  keep only the nodes with this caption, and the edges between them\n"
+    "  -run<command>    run a command of a plug-in for each model; may be repeated\n"
     "  -after<command line>\n"
     "                   run it when all is exported; what it prints goes to after.txt\n"
     "                   beside the exports\n"
@@ -30,6 +31,7 @@ const char kUsage[] =
     "  -console                  a console window that shows what goes on\n"
     "  -trace -trf<file>         trace lines, to the file\n"
     "  -pidfile<file>            write the process id to the file\n"
+    "  -plug_log                 write to _plugin_manager.log which plug-ins are taken\n"
     "\n"
     "Exit status: 0 all done, 1 some model or the command failed, 2 wrong usage.\n";
 
@@ -63,6 +65,7 @@ constexpr std::string_view kLibraryFlags[] = {"zellogin",
 constexpr std::string_view kOutput = "o";
 constexpr std::string_view kMatch = "match";
 constexpr std::string_view kAfter = "after";
+constexpr std::string_view kRun = "run";
 
 bool isOption(std::string_view argument) {
     return argument.starts_with('-') || argument.starts_with('/');
@@ -89,7 +92,7 @@ std::optional<Options> readOptions(std::string& problem) {
         const SV::String parameter = line.getParam(i);
         const std::string argument(parameter.begin(), parameter.end());
         if (!isOption(argument)) {
-            options.models.push_back(argument);
+            options.models.push_back(withExtension(argument));
             continue;
         }
         const std::string option = argument.substr(1);
@@ -103,6 +106,8 @@ std::optional<Options> readOptions(std::string& problem) {
                 problem = "option -after needs a command line";
                 return std::nullopt;
             }
+        } else if (option.starts_with(kRun)) {
+            options.commands.push_back(option.substr(kRun.size()));
         } else if (!isOfLibrary(option)) {
             problem = "unknown option " + argument;
             return std::nullopt;

@@ -9,10 +9,11 @@
 namespace zelhost {
 
 struct Options {
-    std::vector<std::string> models;   // as given
-    std::string outputDirectory;       // absolute, without a separator at its end
-    std::string after;                 // command line to run behind the exports; empty: none
-    std::optional<std::string> match;  // keep only nodes with this caption, in UTF-8
+    std::vector<std::string> models;    // as given
+    std::string outputDirectory;        // absolute, without a separator at its end
+    std::vector<std::string> commands;  // of plug-ins, to be run for each model
+    std::string after;                  // command line to run behind the exports; empty: none
+    std::optional<std::string> match;   // keep only nodes with this caption, in UTF-8
 };
 
 // From the library's command line. Nothing when it is wrong: an unknown option is named in

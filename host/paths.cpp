@@ -7,6 +7,8 @@
 #include "zbasic/zcleanup.h"
 #include "zbasic/zfileman.h"
 
+#include "zbasic/zextension.h"
+
 #include <windows.h>
 
 namespace zelhost {
@@ -58,6 +60,11 @@ bool isDirectory(const std::string& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
+const ZelExtensionManager& modelExtensions() {
+    static const ZelExtensionManager extensions("gml");
+    return extensions;
+}
+
 }  // namespace
 
 std::string absolutePath(const std::string& path) {
@@ -79,8 +86,19 @@ std::string fileNameOf(const std::string& path) {
 }
 
 std::string baseNameOf(const std::string& path) {
-    const std::string name = fileNameOf(path);
-    return name.substr(0, name.rfind('.'));
+    const SV::String known = modelExtensions().getPath(SV::String(path));
+    const std::string name = fileNameOf(known.c_str());
+    // A model may lie in a file of another extension, which then goes as well.
+    return known.size() < path.size() ? name : name.substr(0, name.rfind('.'));
+}
+
+std::string modelExtension() { return modelExtensions().getExtension().c_str(); }
+
+std::string withExtension(const std::string& path) {
+    if (::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES) return path;
+    SV::String complete(path);
+    modelExtensions().setExtension(complete);
+    return complete.c_str();
 }
 
 std::string directoryOf(const std::string& path) {

@@ -15,6 +15,11 @@ std::string fileNameOf(const std::string& path);   // behind the last separator
 std::string baseNameOf(const std::string& path);   // the file name without its extension
 std::string directoryOf(const std::string& path);  // without the separator; of a full path
 
+// The extension of a model's file, without the dot.
+std::string modelExtension();
+// The path with that extension, unless it has it or there is a file of this very name.
+std::string withExtension(const std::string& path);
+
 // Makes the directory and those above it; false with the system's reason in `problem`.
 bool makeDirectory(const std::string& path, std::string& problem);
 

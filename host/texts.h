@@ -28,6 +28,8 @@ enum class Text : std::uint32_t {
     kNothingToExport,
     kMenuOpenExported,
     kNotExported,  // "%s" is the file
+    kMenuPlugins,
+    kCommandFailed,  // "%s" is the command; what it says for itself follows
 };
 
 // In the language of the user interface.

@@ -178,7 +178,9 @@ TEST(Zelhost, TakesPartInTheLibrarysStartUp) {
     EXPECT_EQ(readFile(dir.path("pid.txt")), id + "\r\n");
     EXPECT_EQ(readFile(dir.path("trace.txt")),
               "zelhost: reading the command line\r\n"
-              "zelhost: m.gml is open\r\nzelhost: m.gml is saved\r\n"
+              "eventwatch: 1. OpenModel\r\nzelhost: m.gml is open\r\n"
+              "eventwatch: 2. SaveModel\r\nzelhost: m.gml is saved\r\n"
+              "eventwatch: 3. AfterAppInitialized\r\n"
               "zelhost: 1 of 2 models are open\r\n");
     EXPECT_EQ(result.err, "bad.gml: the file is empty\n");
     EXPECT_EQ(readFile(dir.path("boxes.txt")), "bad.gml: the file is empty\r\n\r\n");

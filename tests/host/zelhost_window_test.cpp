@@ -146,12 +146,12 @@ TEST(ZelhostWindow, MenusFollowTheLanguageAtOnce) {
     const std::string english =
         "&File(&Open...|&Export|Open exported &file(*.gml|*.graphml|*.nodes.csv|*.edges.csv|*.png)"
         "|--|E&xit)|&View(&English*|&German|--|&Tile "
-        "windows|&Cascade windows|--|&1 m.gml*)|&Help(&About zelhost)\n";
+        "windows|&Cascade windows|--|&1 m.gml*)|&Plug-ins(figures)|&Help(&About zelhost)\n";
     const std::string german =
         "&Datei(\xD6&ffnen...|&Exportieren|Exportierte &Datei \xF6"
         "ffnen(*.gml|*.graphml|*.nodes.csv|*.edges.csv|*.png)|--|&Beenden)|&Ansicht(&Englisch|&"
         "Deutsch*|--|"
-        "&Nebeneinander|\xDC&berlappend|--|&1 m.gml*)|&Hilfe(&\xDC"
+        "&Nebeneinander|\xDC&berlappend|--|&1 m.gml*)|&Zusatzmodule(figures)|&Hilfe(&\xDC"
         "ber zelhost)\n";
     const std::string start = "AfterAppInitialized\n";
     const std::size_t place = result.out.find(start);
@@ -272,11 +272,20 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
     EXPECT_EQ(exported.text, "The files were written to\n" + dir.path("out"));
     EXPECT_TRUE(std::filesystem::exists(dir.path("out\\n.png")));
 
+    post(frame, HostFrame::kFirstPlugin);
+    const SeenBox figures = watcher.waitFor(5)[4];
+    EXPECT_EQ(figures.caption, "figures");
+    EXPECT_EQ(figures.text.find("nodes: 2\nedges: 1\n"), 0u) << figures.text;
+    for (const HWND child : childrenOf(frame)) ::SendMessageA(child, WM_CLOSE, 0, 0);
+    post(frame, HostFrame::kFirstPlugin);
+    EXPECT_EQ(watcher.waitFor(6)[5].text,
+              "The command \"figures\" failed.\nthere is no such model");
+
     ::PostMessageA(frame, WM_CLOSE, 0, 0);
     const ChildResult result = program.wait();
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(result.err, "bad.gml: the file is empty\n");
-    EXPECT_EQ(watcher.seen().size(), 4u);
+    EXPECT_EQ(watcher.seen().size(), 6u);
 }
 
 TEST(ZelhostWindow, WritesWhatBoxesWouldSayToTheirLog) {
