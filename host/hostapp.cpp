@@ -8,6 +8,7 @@
 #include "hostframe.h"
 #include "model_call.h"
 #include "model/gml_reader.h"
+#include "model/node_times.h"
 #include "model_events.h"
 #include "paths.h"
 #include "texts.h"
@@ -151,6 +152,9 @@ int HostApplication::process(const std::string& path) {
     if (!model) return kSomeFailed;
     std::printf("%s: %zu nodes, %zu edges\n", path.c_str(), model->graph.nodes.size(),
                 model->graph.edges.size());
+    if (const NodeTimes times = timesOf(model->graph); times.durations > 0) {
+        std::printf("  duration %s of %zu nodes\n", times.total.asChar(), times.durations);
+    }
     bool isDone = save(*model);
     isDone = runCommands(model) && isDone;
     std::printf("  %.3f s\n", secondsSince(start));
@@ -172,6 +176,7 @@ std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
         report(result.text(path));
         return nullptr;
     }
+    if (result.remarkCount > 0) report(result.remarkText(path));
     if (m_options.match) {
         model->graph.keepNodes(
             [this](std::string_view caption) { return caption == *m_options.match; });

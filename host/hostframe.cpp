@@ -3,9 +3,13 @@
 #include <algorithm>
 
 #include "exporter.h"
+#include "filter_dialog.h"
 #include "hostapp.h"
+#include "model/node_times.h"
 #include "paths.h"
 #include "texts.h"
+#include "time_texts.h"
+#include "zbasic/zdattime.h"
 #include "zbasic/zinter.h"
 #include "zbasic/zprocess.h"
 #include "zbasic/ztools.h"
@@ -44,12 +48,6 @@ bool askForFile(OPENFILENAMEA& question) {
     return isChosen;
 }
 
-SV::String filled(const SV::String& text, const std::string& value) {
-    SV::String result(text);
-    const std::size_t place = result.find("%s");
-    return place == SV::String::npos ? result : result.replace(place, 2, value);
-}
-
 SV::Menu exportedMenu() {
     SV::Menu menu;
     int id = HostFrame::kOpenExported;
@@ -73,6 +71,8 @@ SV::Menu viewMenu() {
     menu.AppendChecked(HostFrame::kEnglish, textOf(Text::kMenuEnglish),
                        language == kEnglishLanguage);
     menu.AppendChecked(HostFrame::kGerman, textOf(Text::kMenuGerman), language == kGermanLanguage);
+    menu.AppendSeparator();
+    menu.Append(HostFrame::kFilter, textOf(Text::kMenuFilter));
     menu.AppendSeparator();
     menu.Append(HostFrame::kTile, textOf(Text::kMenuTile));
     menu.Append(HostFrame::kCascade, textOf(Text::kMenuCascade));
@@ -152,6 +152,8 @@ void HostFrame::Command(int id) {
             return Cascade();
         case kAbout:
             return about();
+        case kFilter:
+            return filterActive();
         default:
             if (id >= kFirstPlugin) runCommand(static_cast<std::size_t>(id - kFirstPlugin));
     }
@@ -182,8 +184,7 @@ void HostFrame::exportActive() {
     const std::shared_ptr<const Model> model = activeModel();
     if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
     if (m_application.save(*model)) {
-        showBox(Text::kMenuExport,
-                filled(textOf(Text::kExportedTo), m_application.outputDirectory()));
+        showBox(Text::kMenuExport, filled(Text::kExportedTo, m_application.outputDirectory()));
     }
     m_application.showProblems();
 }
@@ -195,7 +196,7 @@ void HostFrame::openExported(std::size_t index) {
     if (index >= names.size()) return;
     const std::string path = m_application.outputDirectory() + "\\" + names[index];
     if (!Zel_FileExists(path.c_str())) {
-        return showBox(Text::kProblemsTitle, filled(textOf(Text::kNotExported), path));
+        return showBox(Text::kProblemsTitle, filled(Text::kNotExported, path));
     }
     ZelAsynchronousProcess(SV::String(path)).Execute(this);  // the shell says why it cannot
 }
@@ -210,8 +211,27 @@ void HostFrame::runCommand(std::size_t index) {
     if (index >= commands.size()) return;
     const Commands::Answer answer = m_application.run(commands[index], activeModel());
     SV::String text(answer.text);
-    if (!answer.isDone) text = filled(textOf(Text::kCommandFailed), commands[index]) + text;
+    if (!answer.isDone) text = filled(Text::kCommandFailed, commands[index]) + text;
     showBox(SV::String(commands[index]), text);
+}
+
+// Shows, beside the model, its part that was changed from a day on.
+void HostFrame::filterActive() {
+    const std::shared_ptr<const Model> model = activeModel();
+    const std::string last = model ? timesOf(model->graph).lastChange : std::string();
+    if (last.empty()) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToFilter));
+    FilterDialog dialog(this, dayOf(last));
+    if (dialog.Execute() != FilterDialog::kOk || !dialog.isFiltered()) return;
+    const SV::Date since = dialog.since();
+    auto part = std::make_shared<Model>(*model);
+    part->graph.keepNodesThat([&](const Node& node) {
+        const std::string changed = changeOf(part->graph, node);
+        return !changed.empty() && dayOf(changed) >= since;
+    });
+    const SV::String title = filled(Text::kChangedSince, shownDay(since));
+    part->path += std::string(" - ") + title.c_str();
+    part->name += "_since_" + std::string(ZelDate::GetFormatedDate(since, "yyyy-mm-dd").c_str());
+    show(std::move(part));
 }
 
 void HostFrame::about() {
@@ -224,6 +244,7 @@ void HostFrame::about() {
 void HostFrame::switchLanguage(unsigned short language) {
     ZelInternational::SetCurrentLanguageID(language);
     buildMenu();
+    for (const auto& window : m_windows) window->Invalidate();
 }
 
 }  // namespace zelhost

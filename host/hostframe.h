@@ -23,6 +23,7 @@ public:
         kTile,
         kCascade,
         kAbout,
+        kFilter,
         kOpenExported = 200,  // the first of the exported files; the others follow
         kFirstPlugin = 1000,  // one for each command of the plug-ins
     };
@@ -41,6 +42,7 @@ private:
     void exportActive();
     void openExported(std::size_t index);
     void runCommand(std::size_t index);
+    void filterActive();
     void about();
     void switchLanguage(unsigned short language);
     void dropClosedWindows();

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "model/graph.h"
+#include "model/node_times.h"
 #include "sv/image.h"
 #include "sv/window.h"
 
@@ -27,9 +28,12 @@ public:
 
 private:
     void Paint(HDC__* device) override;
+    void paintPicture(HDC__* device, SV::Size area);
+    void paintTimes(HDC__* device, SV::Size client);
     void fit(SV::Size client);
 
     std::shared_ptr<const Model> m_model;
+    NodeTimes m_times;
     SV::Image m_picture;
     SV::Image m_fitted;  // in the size last painted
 };

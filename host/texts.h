@@ -30,9 +30,22 @@ enum class Text : std::uint32_t {
     kNotExported,  // "%s" is the file
     kMenuPlugins,
     kCommandFailed,  // "%s" is the command; what it says for itself follows
+    kMenuFilter,
+    kNothingToFilter,
+    kYear,
+    kYears,
+    kDay,
+    kDays,
+    kDayPicture,    // as `ZelDate::GetFormatedDate` has it
+    kTotal,         // "%s" is a duration
+    kLastChange,    // "%s" is a day with its time
+    kChangedSince,  // "%s" is a day
 };
 
 // In the language of the user interface.
 SV::String textOf(Text text);
+
+// The text with its "%s" replaced.
+SV::String filled(Text text, std::string_view value);
 
 }  // namespace zelhost

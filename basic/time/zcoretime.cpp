@@ -2,22 +2,13 @@
 
 #include <cstdint>
 #include <limits>
-#include <string>
 
 #include "time/saturate.h"
+#include "zbasic/ztools.h"
 
 namespace {
 
 constexpr double kMaximum = std::numeric_limits<double>::max();
-
-// The number at the start of a text, read with "." or "," whatever the locale.
-double numberOf(const char* text) {
-    std::string copy = text ? text : "";
-    for (char& c : copy) {
-        if (c == ',') c = '.';
-    }
-    return static_cast<double>(SV::String(copy));
-}
 
 }  // namespace
 
@@ -44,7 +35,7 @@ ZelCoreTime::ZelCoreTime(const double& seconds) : ZelCoreTime() {
 }
 
 ZelCoreTime::ZelCoreTime(const char* text, const char* daysPerYear, const char* hoursPerDay)
-    : ZelCoreTime(text, numberOf(daysPerYear), numberOf(hoursPerDay)) {}
+    : ZelCoreTime(text, zel_atof(daysPerYear), zel_atof(hoursPerDay)) {}
 
 ZelCoreTime::ZelCoreTime(const long long& seconds, const double& daysPerYear,
                          const double& hoursPerDay)

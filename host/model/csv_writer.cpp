@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "model/columns.h"
+#include "model/node_times.h"
 #include "sv/string.h"
 #include "zbasic/ztools.h"
 
@@ -33,6 +34,7 @@ public:
     }
     void putHeader(const char* fixedFields);
     void putAttributes(AttributeSpan attributes);
+    void putTotal(const char* fixedFields, std::string_view column, std::string_view total);
 
 private:
     void collect(AttributeSpan attributes);
@@ -73,6 +75,14 @@ void Table::putAttributes(AttributeSpan attributes) {
     m_output << '\n';
 }
 
+void Table::putTotal(const char* fixedFields, std::string_view column, std::string_view total) {
+    m_output << fixedFields;
+    for (const Column& each : m_columns.columns()) {
+        m_output << ';' << (each.name == column ? total : std::string_view());
+    }
+    m_output << '\n';
+}
+
 }  // namespace
 
 bool writeNodesCsv(const Graph& graph, const WriteChunk& write) {
@@ -84,6 +94,10 @@ bool writeNodesCsv(const Graph& graph, const WriteChunk& write) {
         output << node.id << ';';
         putField(output, graph.caption(node));
         table.putAttributes(graph.of(node));
+    }
+    const NodeTimes times = timesOf(graph);
+    if (times.durations > 0) {
+        table.putTotal(";total", graph.keys.name(kDuration), times.total.asString());
     }
     return output.finish();
 }

@@ -10,6 +10,7 @@
 #include "model/gml_lexer.h"
 #include "model/gml_number.h"
 #include "model/node_index.h"
+#include "model/node_times.h"
 
 namespace zelhost {
 
@@ -21,6 +22,7 @@ constexpr std::size_t kMostEntries = std::numeric_limits<std::uint32_t>::max();
 constexpr std::size_t kLongestText = std::numeric_limits<std::uint32_t>::max();
 constexpr std::int64_t kBytesPerAttribute = 27;  // about, in large files: saves copying them
 constexpr std::size_t kShownBytes = 40;          // of a token in a message
+constexpr std::size_t kMostRemarks = 20;         // that are told one by one
 
 bool isKeyStart(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 
@@ -45,6 +47,10 @@ std::string quoted(std::string_view text) {
         }
     }
     return shown + (text.size() > kShownBytes ? "...\"" : "\"");
+}
+
+std::string placed(const std::string& fileName, std::int64_t line, const std::string& message) {
+    return fileName + (line > 0 ? "(" + std::to_string(line) + ")" : "") + ": " + message;
 }
 
 class GmlReader {
@@ -91,6 +97,7 @@ private:
     bool resolve(std::size_t edge, std::int64_t line, std::int64_t source, std::int64_t target);
     bool finishFile();
     bool reportProgress();
+    void checkTime(KeyId key, std::string_view value);
     std::string nameOf(KeyId key) const { return std::string(m_graph.keys.name(key)); }
     bool fail(std::int64_t line, std::string message);
 
@@ -108,7 +115,9 @@ private:
 };
 
 bool GmlReader::fail(std::int64_t line, std::string message) {
-    m_result = {GmlResult::Status::failed, line, std::move(message)};
+    m_result.status = GmlResult::Status::failed;
+    m_result.line = line;
+    m_result.message = std::move(message);
     return false;
 }
 
@@ -218,6 +227,7 @@ bool GmlReader::addText(KeyId key) {
         return fail(m_lexer.line(), quoted(nameOf(key)) + " must be a whole number");
     }
     if (m_lexer.text().size() > kLongestText) return fail(m_lexer.line(), "the text is too long");
+    checkTime(key, m_lexer.text());
     m_levels.back().target->addText(key, m_lexer.text());
     return true;
 }
@@ -229,6 +239,7 @@ bool GmlReader::addNumber(KeyId key) {
         return fail(m_lexer.line(), "the value of " + quoted(nameOf(key)) +
                                         " is neither number, text nor list: " + quoted(word));
     }
+    checkTime(key, word);
     AttributeSequence& target = *m_levels.back().target;
     std::optional<std::int64_t>* const member = memberOf(key);
     if (number.kind == GmlNumber::Kind::integer) {
@@ -239,6 +250,13 @@ bool GmlReader::addNumber(KeyId key) {
     if (member) return fail(m_lexer.line(), quoted(nameOf(key)) + " must be a whole number");
     target.addReal(key, strictSpelling(word));
     return true;
+}
+
+void GmlReader::checkTime(KeyId key, std::string_view value) {
+    if (m_levels.back().scope != Scope::node) return;
+    const char* const problem = wrongTime(key, value);
+    if (!problem || ++m_result.remarkCount > kMostRemarks) return;
+    m_result.remarks.push_back({m_lexer.line(), problem + (": " + quoted(value))});
 }
 
 // Where the value goes when it is no attribute but part of the node or edge; else null.
@@ -310,21 +328,32 @@ bool GmlReader::finishFile() {
 }  // namespace
 
 std::string GmlResult::text(const std::string& fileName) const {
-    const std::string place = line > 0 ? "(" + std::to_string(line) + ")" : "";
-    return fileName + place + ": " + message;
+    return placed(fileName, line, message);
+}
+
+std::string GmlResult::remarkText(const std::string& fileName) const {
+    std::string text;
+    for (const auto& [remarkLine, remark] : remarks) {
+        if (!text.empty()) text += '\n';
+        text += placed(fileName, remarkLine, remark);
+    }
+    if (remarkCount > remarks.size()) {
+        text += "\n" + fileName + ": and " + std::to_string(remarkCount - remarks.size()) + " more";
+    }
+    return text;
 }
 
 GmlResult readGml(const std::string& fileName, Graph& graph, const Progress& progress) {
     const FileScan scan = scanTextFile(fileName);
     if (scan.problem) {
-        return {GmlResult::Status::failed, scan.problem->line, scan.problem->message};
+        return {GmlResult::Status::failed, scan.problem->line, scan.problem->message, {}, 0};
     }
     try {
         graph.attributes.reserve(static_cast<std::size_t>(scan.size / kBytesPerAttribute));
         GmlLexer lexer(fileName, scan);
         return GmlReader(lexer, graph, progress).run();
     } catch (const std::bad_alloc&) {
-        return {GmlResult::Status::failed, 0, "there is not enough memory for this graph"};
+        return {GmlResult::Status::failed, 0, "there is not enough memory for this graph", {}, 0};
     }
 }
 

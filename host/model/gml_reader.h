@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
+#include "model/file_scan.h"
 #include "model/graph.h"
 
 namespace zelhost {
@@ -16,9 +18,14 @@ struct GmlResult {
     Status status = Status::done;
     std::int64_t line = 0;  // where it failed, counted from 1; 0 when that is no line
     std::string message;    // what is wrong there, in ASCII
+    // What is wrong and did no harm, in the order of the file; the first of them, then their count.
+    std::vector<FileProblem> remarks;
+    std::size_t remarkCount = 0;
 
     // "file(line): message", without the line when there is none.
     std::string text(const std::string& fileName) const;
+    // All remarks likewise, a line each.
+    std::string remarkText(const std::string& fileName) const;
 };
 
 // Called about once a megabyte with 0 to 100; false ends the import.
@@ -36,6 +43,9 @@ constexpr int kDeepestList = 500;
 // makes it a comment. Whole numbers beyond 64 bits are kept as reals. Nodes and edges may
 // come in any order. The bytes are UTF-8 where the whole file is, else code page 1252;
 // entities in texts are replaced by their characters.
+//
+// Of a node, `duration` and `changed` must be times as node_times.h has them: others are
+// kept as they are, with a remark.
 //
 // Programs exist that write quotation marks in texts as they are. They are taken as part of
 // the text where what follows leaves no doubt: as values in a tag (`<TD PORT="a">`), and when

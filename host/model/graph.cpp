@@ -9,9 +9,9 @@ namespace zelhost {
 
 namespace {
 
-constexpr const char* kWellKnownNames[] = {"label", "name", "id",   "source",   "target",
-                                           "graph", "node", "edge", "directed", "graphics",
-                                           "x",     "y",    "w",    "h"};
+constexpr const char* kWellKnownNames[] = {
+    "label",    "name",     "id", "source", "target", "graph", "node",     "edge",
+    "directed", "graphics", "x",  "y",      "w",      "h",     "duration", "changed"};
 constexpr KeyId kNoKey = std::numeric_limits<KeyId>::max();
 constexpr std::size_t kFirstSlots = 64;  // a power of two
 constexpr std::size_t kPackedSize = 8;   // names up to that size are told apart by their code
@@ -170,11 +170,15 @@ std::string Graph::label(const Edge& edge) const {
 }
 
 void Graph::keepNodes(const std::function<bool(std::string_view caption)>& isWanted) {
+    keepNodesThat([&](const Node& node) { return isWanted(caption(node)); });
+}
+
+void Graph::keepNodesThat(const std::function<bool(const Node& node)>& areWanted) {
     constexpr std::uint32_t kGone = std::numeric_limits<std::uint32_t>::max();
     std::vector<std::uint32_t> newIndex(nodes.size(), kGone);
     std::uint32_t kept = 0;
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        if (!isWanted(caption(nodes[i]))) continue;
+        if (!areWanted(nodes[i])) continue;
         newIndex[i] = kept;
         nodes[kept++] = nodes[i];
     }

@@ -32,6 +32,8 @@ enum WellKnownKey : KeyId {
     kY,
     kW,
     kH,
+    kDuration,
+    kChanged,
 };
 
 // Numbers the names of attributes, from 0 upwards.
@@ -161,6 +163,7 @@ struct Graph {
 
     // Keeps the nodes whose caption is wanted, and the edges between them.
     void keepNodes(const std::function<bool(std::string_view caption)>& isWanted);
+    void keepNodesThat(const std::function<bool(const Node& node)>& areWanted);
 };
 
 }  // namespace zelhost
