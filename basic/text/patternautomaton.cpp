@@ -1,6 +1,7 @@
 #include "text/patternautomaton.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -9,7 +10,7 @@ using Operation = PatternProgram::Operation;
 
 constexpr std::size_t kMaxMemory = std::size_t{4} << 20;
 constexpr std::size_t kStateOverhead = 128;
-constexpr std::size_t kMaxFirstBytes = 192;  // with more of them skipping saves nothing
+constexpr std::size_t kPairs = 65536;
 
 }  // namespace
 
@@ -27,18 +28,6 @@ PatternAutomaton::PatternAutomaton(const PosixPattern& pattern, PatternProgram::
       m_width(m_program.classes.size()),
       m_seen(m_program.code.size(), 0) {
     forget();
-    std::size_t count = 0;
-    for (const std::uint32_t thread : stateOf(m_rest).threads) {
-        const auto& instruction = m_program.code[thread];
-        if (instruction.operation != Operation::kSet || thread == m_program.searchLoop) continue;
-        for (std::size_t byte = 0; byte < m_isFirst.size(); ++byte) {
-            const bool isNew = !m_isFirst[byte] &&
-                               m_program.accepts(instruction, static_cast<unsigned char>(byte));
-            if (isNew) m_isFirst[byte] = true;
-            count += isNew;
-        }
-    }
-    m_canSkip = count <= kMaxFirstBytes;
 }
 
 bool PatternAutomaton::contains(std::string_view text, Window* window) {
@@ -46,19 +35,21 @@ bool PatternAutomaton::contains(std::string_view text, Window* window) {
     bool isFound = stateOf(state).isMatch;
     std::size_t pos = 0;
     std::size_t lastRest = 0;  // no match that was found has begun before
+    if (m_firstPairs.empty()) findFirstPairs();
     while (!isFound && pos < text.size()) {
-        if (state == m_rest && m_canSkip) {
-            lastRest = pos = skipToFirst(text, pos);
-            if (pos == text.size()) break;
+        if (state == m_rest) {
+            const std::size_t from = pos;
+            pos = skipToPair(text, pos);
+            if (pos != from) lastRest = pos;  // whatever was under way ended here
         }
-        state = next(state, text[pos++]);
+        state = run(state, text, pos, m_rest);
         isFound = (state & kMark) != 0;  // a search is never dead
     }
     if (!isFound && !stateOf(state).isMatchAtEnd) return false;
     if (!window) return true;
     // The leftmost match has begun by now, if it is not this one, so nothing may begin any more.
     if (isFound) state = withoutSearch(state);
-    while (pos < text.size() && state != kDead) state = next(state, text[pos++]);
+    while (pos < text.size() && state != kDead) state = run(state, text, pos, kDead);
     *window = {lastRest, pos};
     return true;
 }
@@ -67,10 +58,9 @@ std::size_t PatternAutomaton::longestEnd(std::string_view text, std::size_t star
     Entry state = startState(false, start == 0 ? Place::kTextStart : Place::kWithin);
     std::size_t end = stateOf(state).isMatch ? start : kNone;
     for (std::size_t pos = start; pos < text.size();) {
-        state = next(state, text[pos++]);
-        if (!(state & kMark)) continue;
+        state = run(state, text, pos, kDead);
         if (state == kDead) return end;
-        end = pos;
+        if (state & kMark) end = pos;
     }
     return stateOf(state).isMatchAtEnd ? text.size() : end;
 }
@@ -105,8 +95,77 @@ PatternAutomaton::Entry PatternAutomaton::withoutSearch(Entry state) {
     return stateFor(threads);
 }
 
-std::size_t PatternAutomaton::skipToFirst(std::string_view text, std::size_t pos) const {
-    while (pos < text.size() && !m_isFirst[static_cast<unsigned char>(text[pos])]) ++pos;
+PatternAutomaton::Entry PatternAutomaton::run(Entry state, std::string_view text, std::size_t& pos,
+                                              Entry stop) {
+    const std::uint8_t* const classOf = m_program.classOf.data();
+    const Entry* const table = m_table.data();
+    const char* at = text.data() + pos;
+    const char* const end = text.data() + text.size();
+    Entry row = state & ~kMark;
+    Entry entry = row;
+    do {
+        const std::uint8_t column = classOf[static_cast<unsigned char>(*at++)];
+        entry = table[row + column];
+        if (entry & kMark) {
+            if (entry == kUnknown) entry = makeTransition(row, column);
+            break;  // the table may have moved
+        }
+        row = entry;
+    } while (at != end && entry != stop);
+    pos = static_cast<std::size_t>(at - text.data());
+    return entry;
+}
+
+void PatternAutomaton::findFirstPairs() {
+    m_firstPairs.assign(kPairs / 64, 0);
+    const Threads atRest = stateOf(m_rest).threads;
+    for (const unsigned char first : m_program.classes) {
+        Threads behind;
+        beginSet();
+        for (const std::uint32_t thread : atRest) {
+            const auto& instruction = m_program.code[thread];
+            const bool isStep = instruction.operation == Operation::kSet &&
+                                thread != m_program.searchLoop &&
+                                m_program.accepts(instruction, first);
+            if (isStep) follow(behind, instruction.next, false, false);
+        }
+        if (!behind.empty()) addPairs(first, secondBytes(behind));
+    }
+}
+
+// Bytes that do not end all of the threads. Where a match may end already any byte will do.
+ByteSet PatternAutomaton::secondBytes(const Threads& threads) const {
+    ByteSet bytes;
+    for (const std::uint32_t thread : threads) {
+        const auto& [operation, next, set] = m_program.code[thread];
+        if (operation != Operation::kSet || set == m_program.anyByte) return ByteSet::all();
+        bytes.add(m_program.sets[set]);
+    }
+    return bytes;
+}
+
+void PatternAutomaton::addPairs(unsigned char firstOfClass, const ByteSet& seconds) {
+    ByteSet firsts;
+    const std::uint8_t number = m_program.classOf[firstOfClass];
+    for (std::size_t byte = 0; byte < 256; ++byte) {
+        if (m_program.classOf[byte] == number) firsts.add(static_cast<unsigned char>(byte));
+    }
+    seconds.forEach([&](unsigned char second) {
+        firsts.forEach([&](unsigned char first) {
+            const std::size_t pair = std::size_t{second} << 8 | first;
+            m_firstPairs[pair / 64] |= std::uint64_t{1} << pair % 64;
+        });
+    });
+}
+
+// The last byte is nowhere skipped: it has no second one.
+std::size_t PatternAutomaton::skipToPair(std::string_view text, std::size_t pos) const {
+    const std::uint64_t* const pairs = m_firstPairs.data();
+    for (; pos + 1 < text.size(); ++pos) {
+        std::uint16_t pair;
+        std::memcpy(&pair, text.data() + pos, sizeof pair);  // x86: the second byte is the high one
+        if (pairs[pair / 64] >> pair % 64 & 1) break;
+    }
     return pos;
 }
 

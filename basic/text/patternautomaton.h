@@ -59,11 +59,16 @@ private:
         const Entry entry = m_table[(state & ~kMark) + column];
         return entry == kUnknown ? makeTransition(state & ~kMark, column) : entry;
     }
+    // Reads bytes from `pos` on, at least one, until the state is marked or `stop`.
+    Entry run(Entry state, std::string_view text, std::size_t& pos, Entry stop);
     const State& stateOf(Entry entry) const { return m_states[(entry & ~kMark) / m_width]; }
 
     Entry startState(bool isSearch, Place place);
     Entry withoutSearch(Entry state);
-    std::size_t skipToFirst(std::string_view text, std::size_t pos) const;
+    void findFirstPairs();
+    ByteSet secondBytes(const Threads& threads) const;
+    void addPairs(unsigned char firstOfClass, const ByteSet& seconds);
+    std::size_t skipToPair(std::string_view text, std::size_t pos) const;
     Entry makeTransition(Entry row, std::uint8_t column);
     Entry stateFor(const Threads& threads);
     Entry addState(const Threads& threads, Place place);
@@ -82,8 +87,9 @@ private:
     std::size_t m_memory = 0;
     Entry m_starts[2][2];  // by `isSearch` and place; `kUnknown` until needed
     Entry m_rest = 0;      // the one of a search within the text: no match has begun
-    bool m_canSkip = false;
-    std::array<bool, 256> m_isFirst{};  // bytes that lead out of that state
+    // Two bytes that lead from there to more than back there, as a set of numbers: the second byte
+    // times 256 and the first.
+    std::vector<std::uint64_t> m_firstPairs;
 
     std::vector<std::uint32_t> m_seen;  // by instruction: the set it was last added to
     std::uint32_t m_setNumber = 0;

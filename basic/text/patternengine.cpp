@@ -12,6 +12,8 @@ constexpr std::size_t kMaxElements = 8192;
 constexpr std::size_t kMaxStepsFromStart = 1024;
 constexpr std::size_t kMaxSteps = std::size_t{1} << 25;
 constexpr std::size_t kMaxWays = 64;
+// Backtracking tries alternatives one by one.
+constexpr std::size_t kMaxBranches = 2;
 
 }  // namespace
 
@@ -31,6 +33,10 @@ ZelRegExError PatternEngine::make(std::string_view pattern, bool ignoreCase,
     return 0;
 }
 
+bool PatternEngine::refusesStart(const char* text) const {
+    return m_segments && m_segments->refusesStart(text);
+}
+
 ZelRegExError PatternEngine::search(std::string_view text, Match* match) {
     if (m_segments) {
         std::size_t* const start = match ? &match->start : nullptr;
@@ -38,7 +44,7 @@ ZelRegExError PatternEngine::search(std::string_view text, Match* match) {
         return m_segments->search(text, start, end) ? 0 : REG_NOMATCH;
     }
     if (m_pattern.hasBackReferences) return searchWithBackReferences(text, match);
-    if (isLinearWithBacktracking(text.size()) && pcre()) {
+    if (isFastWithBacktracking(text.size()) && pcre()) {
         const PcreMatcher::Result result = searchByBacktracking(text, match);
         if (result == PcreMatcher::Result::kFound) return 0;
         if (result == PcreMatcher::Result::kNone) return REG_NOMATCH;
@@ -46,10 +52,10 @@ ZelRegExError PatternEngine::search(std::string_view text, Match* match) {
     return searchByAutomaton(text, match) ? 0 : REG_NOMATCH;
 }
 
-bool PatternEngine::isLinearWithBacktracking(std::size_t textSize) const {
+bool PatternEngine::isFastWithBacktracking(std::size_t textSize) const {
     const std::size_t length = std::min(m_traits.maxLength, textSize) + 1;
     const std::size_t ways = m_traits.isAmbiguous ? m_traits.ways : 1;
-    if (ways > kMaxWays) return false;
+    if (ways > kMaxWays || m_traits.branches > kMaxBranches) return false;
     const std::size_t starts = m_traits.startsAtTextStart ? 1 : textSize + 1;
     return length * ways <= kMaxStepsFromStart || length <= kMaxSteps / (starts * ways);
 }

@@ -11,10 +11,10 @@
 #include "text/pcrematcher.h"
 #include "text/segmentmatcher.h"
 
-// Pieces of fixed length are searched for directly. Else PCRE2's machine code is the fastest
-// wherever its backtracking is known to stay linear; it finds the start of the match, and the end
-// too when the way that it prefers is the longest. The automaton does the rest: it is slower, but
-// linear whatever the pattern and the text are.
+// Pieces of fixed length are searched for directly. Where PCRE2's backtracking is known to stay
+// linear and has few alternatives to try, its machine code is the fastest: it finds the start of
+// the match, and the end too when the way that it prefers is the longest. The automaton does the
+// rest, and is linear whatever the pattern and the text are.
 class PatternEngine {
 public:
     struct Match {
@@ -29,13 +29,15 @@ public:
     PatternEngine(const PatternEngine&) = delete;
     PatternEngine& operator=(const PatternEngine&) = delete;
 
+    // True for texts that cannot match, by their first bytes: their size is not needed then.
+    bool refusesStart(const char* text) const;
     // `match` may be null.
     ZelRegExError search(std::string_view text, Match* match);
 
 private:
     PatternEngine() = default;
 
-    bool isLinearWithBacktracking(std::size_t textSize) const;
+    bool isFastWithBacktracking(std::size_t textSize) const;
     ZelRegExError searchWithBackReferences(std::string_view text, Match* match);
     PcreMatcher::Result searchByBacktracking(std::string_view text, Match* match);
     bool searchByAutomaton(std::string_view text, Match* match);

@@ -68,6 +68,13 @@ bool PatternSegment::matchesAt(const char* text) const {
     return true;
 }
 
+bool PatternSegment::startsText(const char* text) const {
+    for (const ByteSet& set : m_sets) {
+        if (*text == '\0' || !set.contains(static_cast<unsigned char>(*text++))) return false;
+    }
+    return true;
+}
+
 // Looks at 16 places at a time for both anchors.
 template <class Check>
 std::size_t PatternSegment::scan(std::string_view text, std::size_t from, Check check) const {

@@ -31,6 +31,7 @@ PatternTraits inSequence(const PatternTraits& a, const PatternTraits& b) {
     both.minLength = sum(a.minLength, b.minLength);
     both.maxLength = sum(a.maxLength, b.maxLength);
     both.elements = sum(a.elements, b.elements);
+    both.branches = std::max(a.branches, b.branches);
     both.ways = product(a.ways, b.ways);
     return both;
 }
@@ -46,6 +47,7 @@ PatternTraits asAlternatives(const PatternTraits& a, const PatternTraits& b) {
     either.minLength = std::min(a.minLength, b.minLength);
     either.maxLength = std::max(a.maxLength, b.maxLength);
     either.elements = sum(sum(a.elements, b.elements), 1);
+    either.branches = sum(a.branches, b.branches);
     either.ways = sum(a.ways, b.ways);
     return either;
 }

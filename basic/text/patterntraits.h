@@ -21,6 +21,7 @@ struct PatternTraits {
     std::size_t minLength = 0;
     std::size_t maxLength = 0;
     std::size_t elements = 0;  // nodes after writing repetitions out
+    std::size_t branches = 1;  // alternatives to try at one place, at most
     std::size_t ways = 1;      // through the pattern; `kNoLimit` for a great many
 
     // Whether the match that backtracking finds is the longest from its start.

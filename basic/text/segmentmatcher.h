@@ -16,7 +16,8 @@ public:
     explicit PatternSegment(std::vector<ByteSet> sets);
 
     std::size_t size() const { return m_sets.size(); }
-    bool matchesAt(const char* text) const;  // `size()` bytes are there
+    bool matchesAt(const char* text) const;   // `size()` bytes are there
+    bool startsText(const char* text) const;  // which ends at its first NUL
     // The first place in `text` at or behind `from`, the last one; or npos.
     std::size_t find(std::string_view text, std::size_t from) const;
     std::size_t findLast(std::string_view text, std::size_t from) const;
@@ -45,6 +46,10 @@ public:
     // None when the pattern is of another kind.
     static std::optional<SegmentMatcher> of(const PosixPattern& pattern);
 
+    // True for texts that cannot match, by their first bytes.
+    bool refusesStart(const char* text) const {
+        return m_startsAtTextStart && !m_segments.front().startsText(text);
+    }
     bool search(std::string_view text, std::size_t* start, std::size_t* end) const;
 
 private:

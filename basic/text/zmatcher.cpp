@@ -67,7 +67,7 @@ ZelRegExError ZelRegExData::compile(const char* pattern) {
 }
 
 ZelRegExError ZelRegExData::search(const char* text, int* start, int* end) const {
-    if (!text || !m_engine) return REG_NOMATCH;
+    if (!text || !m_engine || m_engine->refusesStart(text)) return REG_NOMATCH;
     const std::string_view all = text;
     if (all.size() > INT_MAX) return REG_ESPACE;
     PatternEngine::Match match{};
