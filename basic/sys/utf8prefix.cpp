@@ -47,17 +47,21 @@ std::size_t characterSize(std::string_view text, std::size_t& wanted) {
 Utf8Prefix utf8Prefix(std::string_view text) {
     const char* at = text.data();
     const char* const end = at + text.size();
+    bool isAscii = true;
+    const auto prefix = [&](bool isCharacterBegun) {
+        return Utf8Prefix{static_cast<std::size_t>(at - text.data()), isAscii, isCharacterBegun};
+    };
     for (;;) {
         at = findByte(at, end, NonAscii());
-        const auto done = static_cast<std::size_t>(at - text.data());
-        if (at == end) return {done, false};
+        if (at == end) return prefix(false);
         do {
             std::size_t wanted = 0;
             const std::size_t size =
                 characterSize({at, static_cast<std::size_t>(end - at)}, wanted);
-            if (size == 0) return {static_cast<std::size_t>(at - text.data()), false};
-            if (size < wanted) return {static_cast<std::size_t>(at - text.data()), true};
+            if (size == 0) return prefix(false);
+            if (size < wanted) return prefix(true);
             at += size;
+            isAscii = false;
         } while (at != end && NonAscii()(*at));
     }
 }

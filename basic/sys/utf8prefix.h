@@ -7,6 +7,7 @@
 
 struct Utf8Prefix {
     std::size_t size;       // of the longest start that is whole characters of UTF-8
+    bool isAscii;           // that start holds nothing else
     bool isCharacterBegun;  // what follows it is the beginning of one more, cut off by the end
 };
 

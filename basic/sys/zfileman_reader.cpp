@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "sys/codepagedecoder.h"
 #include "sys/utf8prefix.h"
 #include "sys/zfileman_sys.h"
 #include "text/inputfile.h"
@@ -46,6 +47,7 @@ private:
     const std::unique_ptr<char[]> m_block = std::make_unique<char[]>(kLongestPart + kBlockSize);
     std::size_t m_size = 0;
     std::int64_t m_offset = 0;  // of the block in the file
+    std::optional<CodePageDecoder> m_decoder;
 };
 
 std::optional<Failure> WholeFile::read(SV::String& content, bool keepsBytes) {
@@ -72,15 +74,16 @@ std::optional<Failure> WholeFile::read(SV::String& content, bool keepsBytes) {
 // Takes what can be taken of the block. False at `m_offset` where it is not UTF-8.
 bool WholeFile::append(SV::String& content, bool keepsBytes, bool isEnd) {
     const std::string_view block(m_block.get(), m_size);
-    const Utf8Prefix prefix = keepsBytes ? Utf8Prefix{m_size, false} : utf8Prefix(block);
+    const Utf8Prefix prefix = keepsBytes ? Utf8Prefix{m_size, true, false} : utf8Prefix(block);
     const std::string_view rest = block.substr(prefix.size);
     std::string_view text = block.substr(0, prefix.size);
-    if (keepsBytes) {
+    if (prefix.isAscii) {
         content += text;
     } else {
         const bool hasMark = m_offset == 0 && text.starts_with(kByteOrderMark);
         if (hasMark) text.remove_prefix(kByteOrderMark.size());
-        content += SV::ConvertUTF8StringToString(SV::String(text));
+        if (!m_decoder) m_decoder.emplace(kLongestPart + kBlockSize);
+        m_decoder->append(content, text);
     }
     m_offset += static_cast<std::int64_t>(prefix.size);
     if (!rest.empty() && (isEnd || !prefix.isCharacterBegun)) return false;

@@ -1,0 +1,94 @@
+// Blocks that are taken and given back in reverse order: our cache, the heap of the process, and,
+// where it is installed, mimalloc. Rounds alternate; medians are compared.
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "zbasic/zmemcache.h"
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <mimalloc.h>
+
+// The C library's own, whose usual names mimalloc takes.
+extern "C" void* __libc_malloc(std::size_t size);
+extern "C" void __libc_free(void* data);
+#endif
+
+namespace {
+
+constexpr int kRounds = 31;
+constexpr int kPasses = 2'000;
+constexpr int kMostBlocks = 4;
+
+struct Allocator {
+    const char* name;
+    void* (*alloc)(std::size_t size);
+    void (*free)(void* data);
+};
+
+const Allocator kAllocators[] = {
+    {"cache", [](std::size_t size) { return ZelMemCache::General().Alloc(size); },
+     [](void* data) { ZelMemCache::General().Free(data); }},
+#ifdef _WIN32
+    {"process heap", [](std::size_t size) { return ::HeapAlloc(::GetProcessHeap(), 0, size); },
+     [](void* data) { ::HeapFree(::GetProcessHeap(), 0, data); }},
+    {"malloc", std::malloc, std::free},
+#else
+    {"process heap", __libc_malloc, __libc_free},
+    {"mimalloc", mi_malloc, mi_free},
+#endif
+};
+
+// Nanoseconds a block; each is written to, and must not be one that is held already.
+double measure(const Allocator& allocator, int blocks, std::size_t size) {
+    void* held[kMostBlocks] = {};
+    const auto start = std::chrono::steady_clock::now();
+    for (int pass = 0; pass < kPasses; ++pass) {
+        for (int i = 0; i < blocks; ++i) {
+            held[i] = allocator.alloc(size);
+            std::memcpy(held[i], &i, sizeof i);
+        }
+        for (int i = blocks; i-- > 0;) {
+            int mark = -1;
+            std::memcpy(&mark, held[i], sizeof mark);
+            if (mark != i) std::abort();
+            allocator.free(held[i]);
+        }
+    }
+    const std::chrono::duration<double, std::nano> time = std::chrono::steady_clock::now() - start;
+    return time.count() / kPasses / blocks;
+}
+
+double median(std::vector<double>& times) {
+    std::ranges::nth_element(times, times.begin() + kRounds / 2);
+    return times[kRounds / 2];
+}
+
+}  // namespace
+
+int main() {
+    for (const std::size_t size : {std::size_t{4} << 10, std::size_t{64} << 10}) {
+        for (const int blocks : {1, 4}) {
+            std::vector<double> times[std::size(kAllocators)];
+            for (int round = 0; round < kRounds; ++round) {
+                for (std::size_t i = 0; i < std::size(kAllocators); ++i) {
+                    times[i].push_back(measure(kAllocators[i], blocks, size));
+                }
+            }
+            std::printf("%zu KiB, %d at a time:", size >> 10, blocks);
+            const double ours = median(times[0]);
+            for (std::size_t i = 0; i < std::size(kAllocators); ++i) {
+                const double time = median(times[i]);
+                std::printf("  %s %.1f ns (%.2f)", kAllocators[i].name, time, time / ours);
+            }
+            std::printf("\n");
+        }
+    }
+    return 0;
+}
