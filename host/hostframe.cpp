@@ -134,6 +134,8 @@ void HostFrame::dropClosedWindows() {
 }
 
 void HostFrame::Command(int id) {
+    // Numbers that stand for the entries of a list, and those of single commands.
+    if (id >= kFirstPlugin) return runCommand(static_cast<std::size_t>(id - kFirstPlugin));
     if (id >= kOpenExported) return openExported(static_cast<std::size_t>(id - kOpenExported));
     switch (id) {
         case kOpen:
@@ -155,7 +157,7 @@ void HostFrame::Command(int id) {
         case kFilter:
             return filterActive();
         default:
-            if (id >= kFirstPlugin) runCommand(static_cast<std::size_t>(id - kFirstPlugin));
+            break;
     }
 }
 
@@ -190,9 +192,9 @@ void HostFrame::exportActive() {
 }
 
 void HostFrame::openExported(std::size_t index) {
-    const auto* const window = static_cast<ModelWindow*>(GetActiveChild());
-    if (!window) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
-    const std::vector<std::string> names = exportFileNames(window->model()->name);
+    const std::shared_ptr<const Model> model = activeModel();
+    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
+    const std::vector<std::string> names = exportFileNames(model->name);
     if (index >= names.size()) return;
     const std::string path = m_application.outputDirectory() + "\\" + names[index];
     if (!Zel_FileExists(path.c_str())) {

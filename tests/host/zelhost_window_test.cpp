@@ -145,12 +145,12 @@ TEST(ZelhostWindow, MenusFollowTheLanguageAtOnce) {
     EXPECT_EQ(result.err, "");
     const std::string english =
         "&File(&Open...|&Export|Open exported &file(*.gml|*.graphml|*.nodes.csv|*.edges.csv|*.png)"
-        "|--|E&xit)|&View(&English*|&German|--|&Tile "
+        "|--|E&xit)|&View(&English*|&German|--|&Filter by date...|--|&Tile "
         "windows|&Cascade windows|--|&1 m.gml*)|&Plug-ins(figures)|&Help(&About zelhost)\n";
     const std::string german =
         "&Datei(\xD6&ffnen...|&Exportieren|Exportierte &Datei \xF6"
         "ffnen(*.gml|*.graphml|*.nodes.csv|*.edges.csv|*.png)|--|&Beenden)|&Ansicht(&Englisch|&"
-        "Deutsch*|--|"
+        "Deutsch*|--|Nach Datum &filtern...|--|"
         "&Nebeneinander|\xDC&berlappend|--|&1 m.gml*)|&Zusatzmodule(figures)|&Hilfe(&\xDC"
         "ber zelhost)\n";
     const std::string start = "AfterAppInitialized\n";
