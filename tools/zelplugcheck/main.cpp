@@ -1,0 +1,65 @@
+// zelplugcheck: says of DLLs, without running any of their code, whether the plug-in manager of
+// this version would take them.
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <optional>
+
+#include "judge.h"
+
+namespace {
+
+constexpr char kUsage[] =
+    "usage: zelplugcheck PLUGIN.dll [PLUGIN.dll...]\n"
+    "\n"
+    "Says of each file whether it would be taken as a plug-in, one line a check: \"+\" it passes,\n"
+    "\"-\" it fails and ends the examination, \"?\" only its code knows. No code of it is run, so\n"
+    "what it does when it is loaded, and whether the DLLs that it needs are there, is not seen.\n"
+    "\n"
+    "Exit status: 0 no check fails, 1 some file would be refused, 2 wrong usage or a file that\n"
+    "cannot be read.\n";
+
+enum Status : int { kTaken = 0, kRefused = 1, kWrong = 2 };
+
+std::optional<std::string> bytesOf(const char* path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) return std::nullopt;
+    std::string bytes(std::istreambuf_iterator<char>(file), {});
+    if (file.bad()) return std::nullopt;
+    return bytes;
+}
+
+int examine(const char* path) {
+    using zelplugcheck::Check;
+    std::optional<std::string> bytes = bytesOf(path);
+    if (!bytes) {
+        std::fprintf(stderr, "zelplugcheck: %s cannot be read\n", path);
+        return kWrong;
+    }
+    bool isTaken = true, isSure = true;
+    std::printf("%s\n", path);
+    for (const auto& [outcome, text] : zelplugcheck::judge(zelplugcheck::PeImage(*bytes))) {
+        const char mark = outcome == Check::Outcome::kGood  ? '+'
+                          : outcome == Check::Outcome::kBad ? '-'
+                                                            : '?';
+        std::printf("%c %s\n", mark, text.c_str());
+        isTaken = isTaken && outcome != Check::Outcome::kBad;
+        isSure = isSure && outcome != Check::Outcome::kUnknown;
+    }
+    std::printf("%s\n", !isTaken ? "would be refused" : isSure ? "would be taken" : "may be taken");
+    return isTaken ? kTaken : kRefused;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::fputs(kUsage, stderr);
+        return kWrong;
+    }
+    int status = kTaken;
+    for (int i = 1; i < argc; ++i) status = std::max(status, examine(argv[i]));
+    return status;
+}
