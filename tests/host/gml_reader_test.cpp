@@ -1,4 +1,5 @@
 #include "model/gml_reader.h"
+#include "model/node_times.h"
 
 #include <gtest/gtest.h>
 
@@ -270,6 +271,38 @@ TEST(GmlReader, AllowsTheDeepestList) {
     const std::string close = repeated("] ", zelhost::kDeepestList - 1);
     EXPECT_EQ(resultOf("graph [ " + open + close + "]").status, GmlResult::Status::done);
     EXPECT_EQ(resultOf("graph [ a [ " + open + close + "] ]").status, GmlResult::Status::failed);
+}
+
+TEST(GmlReader, TellsOfTimesThatAreNone) {
+    const TempDir directory;
+    Graph graph;
+    const std::string file = directory.write("m.gml",
+                                             "graph [ duration \"free\" node [ id 1\n"
+                                             "duration \"00:365:00:00:00\" changed\n"
+                                             "\"2023:02:29 12:00:00\" ]\n"
+                                             "node [ id 2 duration 5 x [ changed \"free\" ] ]\n"
+                                             "node [ id 3 duration \"00:364:23:59:59\"\n"
+                                             "changed \"2024:02:29 12:00:00\" ]\n"
+                                             "edge [ source 1 target 2 duration \"free\" ] ]");
+    const GmlResult result = zelhost::readGml(file, graph);
+    EXPECT_EQ(result.status, GmlResult::Status::done);
+    EXPECT_EQ(result.remarkCount, 3u);
+    const std::string duration =
+        "a duration must be like \"00:001:02:03:04\" (years, days, hours, minutes, seconds): ";
+    EXPECT_EQ(result.remarkText("m"),
+              "m(2): " + duration +
+                  "\"00:365:00:00:00\"\nm(3): \"changed\" must be a day and a "
+                  "time like \"2024:02:29 12:00:00\": \"2023:02:29 12:00:00\"\nm(4): " +
+                  duration + "\"5\"");
+    EXPECT_EQ(graph.nodes.size(), 3u);
+    const zelhost::NodeTimes times = zelhost::timesOf(graph);
+    EXPECT_EQ(times.durations, 1u);
+    EXPECT_EQ(times.lastChange, "2024:02:29 12:00:00");
+
+    const GmlResult many = resultOf("graph [ node [ id 1 " + repeated("duration 1 ", 25) + "] ]");
+    EXPECT_EQ(many.remarkCount, 25u);
+    EXPECT_EQ(many.remarks.size(), 20u);
+    EXPECT_TRUE(many.remarkText("m").ends_with("\nm: and 5 more"));
 }
 
 TEST(GmlReader, ReportsProgressAndStopsOnRequest) {

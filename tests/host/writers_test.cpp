@@ -220,6 +220,15 @@ TEST(CsvWriter, WritesNodesAndEdges) {
     EXPECT_EQ(written(zelhost::writeEdgesCsv, "graph [ ]"), "\xEF\xBB\xBFsource;target\n");
 }
 
+TEST(CsvWriter, EndsInTheSumOfDurations) {
+    EXPECT_EQ(
+        written(zelhost::writeNodesCsv,
+                "graph [ node [ id 1 duration \"00:364:23:59:59\" w 1 ]"
+                " node [ id 2 duration \"soon\" ] node [ id 3 duration \":000:00:00:02\" ] ]"),
+        "\xEF\xBB\xBFid;caption;duration;w\n1;1;00:364:23:59:59;1\n2;2;soon;\n"
+        "3;3;:000:00:00:02;\n;total;01:000:00:00:01;\n");
+}
+
 TEST(Writers, ReportThatNothingMoreCanBeWritten) {
     std::string gml = "graph [";
     for (int i = 0; i < 50000; ++i) gml += "\nnode [ id " + std::to_string(i) + " ]";

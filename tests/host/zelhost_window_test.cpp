@@ -288,6 +288,36 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
     EXPECT_EQ(watcher.seen().size(), 6u);
 }
 
+TEST(ZelhostWindow, ShowsTheNodesOfTheLastDays) {
+    const TempDir dir;
+    dir.write("m.gml",
+              "graph [ node [ id 1 changed \"2024:05:01 23:59:59\" ]\n"
+              "node [ id 2 duration \"x\" changed \"2024:05:02 00:00:00\" ] ]");
+    dir.write("plain.gml", kSmallModel);
+    ChildOptions options;
+    options.directory = dir.root().string();
+    RunningProgram program(hostProgram(), {"m.gml", "-oout", "-lang1033"}, options);
+    const BoxWatcher watcher(IDOK, program.id());
+    const HWND frame = waitForFrame(program);
+    const std::string remark =
+        "m.gml(2): a duration must be like \"00:001:02:03:04\" (years, days, hours, minutes, "
+        "seconds): \"x\"\n";
+    EXPECT_EQ(watcher.waitFor(1)[0].text, remark);
+    post(frame, HostFrame::kFilter);
+    const SeenBox dialog = watcher.waitFor(2)[1];
+    EXPECT_EQ(dialog.caption, "Filter by date");
+    post(frame, HostFrame::kExport);  // the new window is the active one
+    EXPECT_EQ(watcher.waitFor(3)[2].caption, "Export");
+    ASSERT_EQ(childrenOf(frame).size(), 2u);
+    EXPECT_EQ(textOf(childrenOf(frame)[0]), "m.gml - changed since Thursday, May 02, 2024");
+    EXPECT_EQ(readFile(dir.path("out\\m_since_2024-05-02.nodes.csv")),
+              "\xEF\xBB\xBFid;caption;duration;changed\n2;2;x;2024:05:02 00:00:00\n");
+    ::PostMessageA(frame, WM_CLOSE, 0, 0);
+    const ChildResult result = program.wait();
+    EXPECT_EQ(result.exitCode, 0u) << "what is kept as it is is no failure";
+    EXPECT_EQ(result.err, remark);
+}
+
 TEST(ZelhostWindow, WritesWhatBoxesWouldSayToTheirLog) {
     const TempDir dir;
     dir.write("bad.gml", "");
