@@ -106,9 +106,9 @@ int HostApplication::initApplication() {
         std::fputs("zelhost: there are no windows without their texts (zelhost18.dll)\n", stderr);
     }
     if (!withWindows && m_options.models.empty()) return refuse("no model is named");
-    if (m_options.match && m_options.match->find_first_of("*?") != std::string::npos) {
-        std::fputs("zelhost: -match takes whole captions; \"*\" and \"?\" stand for themselves\n",
-                   stderr);
+    if (m_options.match) {
+        m_filter.emplace(SV::String(*m_options.match));
+        if (!m_filter->isUsable()) return refuse("the pattern of -match cannot be used");
     }
     openLog();
     offerModels();
@@ -177,10 +177,7 @@ std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
         return nullptr;
     }
     if (result.remarkCount > 0) report(result.remarkText(path));
-    if (m_options.match) {
-        model->graph.keepNodes(
-            [this](std::string_view caption) { return caption == *m_options.match; });
-    }
+    if (m_filter) m_filter->apply(model->graph);
     model->name = freeName(path);
     m_open.push_back(model);
     log(path + ": " + std::to_string(model->graph.nodes.size()) + " nodes, " +

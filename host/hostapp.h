@@ -3,10 +3,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "caption_filter.h"
 #include "commands.h"
 #include "model_window.h"
 #include "options.h"
@@ -62,6 +64,7 @@ private:
     Commands m_commands;
     std::shared_ptr<const Model> m_current;          // while a command runs for it
     std::vector<std::weak_ptr<const Model>> m_open;  // those that are gone included
+    std::optional<CaptionFilter> m_filter;           // of `-match`
     std::unique_ptr<HostFrame> m_frame;              // null without windows
     std::set<std::string> m_names;                   // of exports, in lower case
     std::string m_problems;                          // not yet shown to the user

@@ -246,7 +246,8 @@ void HostFrame::about() {
 void HostFrame::switchLanguage(unsigned short language) {
     ZelInternational::SetCurrentLanguageID(language);
     buildMenu();
-    for (const auto& window : m_windows) window->Invalidate();
+    dropClosedWindows();
+    for (const auto& window : m_windows) window->languageChanged();
 }
 
 }  // namespace zelhost

@@ -1,6 +1,7 @@
 #include "model_window.h"
 
 #include <algorithm>
+#include <new>
 
 #include "model_events.h"
 #include "paths.h"
@@ -18,6 +19,8 @@ namespace {
 constexpr int kTimesHeight = 22;  // of the line below the picture
 constexpr int kTimesFontHeight = 14;
 constexpr int kTimesMargin = 8;
+constexpr UINT_PTR kFilterTimer = 1;
+constexpr UINT kTypingPauseMs = 100;  // large pictures take their time
 
 // As large as fits into the window without being enlarged.
 SV::Size fittingSize(SV::Size picture, SV::Size window) {
@@ -33,7 +36,13 @@ ModelWindow::ModelWindow(SV::MDIFrame& frame, std::shared_ptr<const Model> model
     : SV::MDIChild(frame, SV::String(fileNameOf(model->path))),
       m_model(std::move(model)),
       m_times(timesOf(m_model->graph)),
+      m_filterBar(GetHandle()),
+      m_shownNodes(m_model->graph.nodes.size()),
       m_picture(drawPicture(m_model->graph)) {
+    // What this window paints must not cover the field.
+    ::SetWindowLongPtrA(GetHandle(), GWL_STYLE,
+                        ::GetWindowLongPtrA(GetHandle(), GWL_STYLE) | WS_CLIPCHILDREN);
+    languageChanged();
     ModelEvent(ZelEvent_AfterCreateModelWindow, SV::String(m_model->name), m_model->graph)
         .trigger();
     Invalidate();
@@ -42,6 +51,61 @@ ModelWindow::ModelWindow(SV::MDIFrame& frame, std::shared_ptr<const Model> model
 ModelWindow::~ModelWindow() {
     ModelEvent(ZelEvent_AfterDiscardModelWindow, SV::String(m_model->name), m_model->graph)
         .trigger();
+}
+
+void ModelWindow::languageChanged() {
+    m_filterBar.layOut(GetClientSize().width);
+    showOutcome();
+    Invalidate();  // the line with the times is painted
+}
+
+void ModelWindow::Resized(SV::Size client) { m_filterBar.layOut(client.width); }
+
+std::intptr_t ModelWindow::handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
+    const bool isChange = message == WM_COMMAND && HIWORD(wParam) == EN_CHANGE &&
+                          LOWORD(wParam) == FilterBar::kFieldId;
+    if (isChange) {
+        ::SetTimer(GetHandle(), kFilterTimer, kTypingPauseMs, nullptr);  // anew with each letter
+        return 0;
+    }
+    if (message == WM_TIMER && wParam == kFilterTimer) {
+        ::KillTimer(GetHandle(), kFilterTimer);
+        applyFilter();
+        return 0;
+    }
+    const std::intptr_t result = SV::MDIChild::handle(message, wParam, lParam);
+    if (message == WM_SETFOCUS) m_filterBar.focus();
+    return result;
+}
+
+void ModelWindow::applyFilter() {
+    const SV::String pattern = m_filterBar.pattern();
+    const CaptionFilter filter(pattern.empty() ? "*" : pattern);
+    m_isFilterUsable = filter.isUsable();
+    if (m_isFilterUsable) showFiltered(filter);
+    showOutcome();
+}
+
+void ModelWindow::showFiltered(const CaptionFilter& filter) {
+    try {
+        Graph graph = m_model->graph;
+        filter.apply(graph);
+        m_shownNodes = graph.nodes.size();
+        m_picture = drawPicture(graph);
+    } catch (const std::bad_alloc&) {  // of the copy
+        m_shownNodes = 0;
+        m_picture = SV::Image();
+    }
+    m_fitted = SV::Image();
+    Invalidate();
+}
+
+void ModelWindow::showOutcome() {
+    if (m_isFilterUsable) {
+        m_filterBar.showCount(m_shownNodes, m_model->graph.nodes.size());
+    } else {
+        m_filterBar.showUnusable();
+    }
 }
 
 // Scaled once a size: the system's own scaling loses thin lines.
@@ -53,19 +117,24 @@ void ModelWindow::fit(SV::Size client) {
 }
 
 void ModelWindow::Paint(HDC__* device) {
-    const SV::Size client = GetClientSize();
-    const RECT all = {0, 0, client.width, client.height};
+    const int top = m_filterBar.height();
+    SV::Size client = GetClientSize();
+    const RECT bar = {0, 0, client.width, top};
+    ::FillRect(device, &bar, ::GetSysColorBrush(COLOR_3DFACE));
+    const RECT all = {0, top, client.width, client.height};
     ::FillRect(device, &all, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
-    if (m_times.durations == 0 && m_times.lastChange.empty()) return paintPicture(device, client);
-    paintPicture(device, {client.width, client.height - kTimesHeight});
-    paintTimes(device, client);
+    client.height -= top;
+    const bool hasTimes = m_times.durations > 0 || !m_times.lastChange.empty();
+    const int timesHeight = hasTimes ? kTimesHeight : 0;
+    paintPicture(device, top, {client.width, client.height - timesHeight});
+    if (hasTimes) paintTimes(device, {client.width, top + client.height});
 }
 
-void ModelWindow::paintPicture(HDC__* device, SV::Size area) {
+void ModelWindow::paintPicture(HDC__* device, int top, SV::Size area) {
     if (m_picture.IsEmpty() || area.width < 1 || area.height < 1) return;
     fit(area);
     const SV::Size size = m_fitted.GetSize();
-    m_fitted.Draw(device, (area.width - size.width) / 2, (area.height - size.height) / 2);
+    m_fitted.Draw(device, (area.width - size.width) / 2, top + (area.height - size.height) / 2);
 }
 
 // In a line at the bottom, in the language of the moment.

@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "caption_filter.h"
+#include "filter_bar.h"
 #include "model/graph.h"
 #include "model/node_times.h"
 #include "sv/image.h"
@@ -19,21 +21,32 @@ struct Model {
     Graph graph;
 };
 
+// The picture of a model, with a field above it that filters the nodes: of the picture only, what
+// is exported stays the whole model.
 class ModelWindow : public SV::MDIChild {
 public:
     ModelWindow(SV::MDIFrame& frame, std::shared_ptr<const Model> model);
     ~ModelWindow() override;
 
     const std::shared_ptr<const Model>& model() const { return m_model; }
+    void languageChanged();
 
 private:
     void Paint(HDC__* device) override;
-    void paintPicture(HDC__* device, SV::Size area);
+    void paintPicture(HDC__* device, int top, SV::Size area);
     void paintTimes(HDC__* device, SV::Size client);
+    void Resized(SV::Size client) override;
+    std::intptr_t handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
+    void applyFilter();
+    void showFiltered(const CaptionFilter& filter);
+    void showOutcome();
     void fit(SV::Size client);
 
     std::shared_ptr<const Model> m_model;
     NodeTimes m_times;
+    FilterBar m_filterBar;
+    std::size_t m_shownNodes;
+    bool m_isFilterUsable = true;
     SV::Image m_picture;
     SV::Image m_fitted;  // in the size last painted
 };

@@ -10,14 +10,15 @@
 namespace zelhost {
 
 const char kUsage[] =
-    "usage: zelhost model.gml [more.gml ...] [-o<directory>] [-match<caption>] [-run<command>]\n"
+    "usage: zelhost model.gml [more.gml ...] [-o<directory>] [-match<pattern>] [-run<command>]\n"
     "               [-after<command line>] [options]\n"
     "\n"
     "Imports graph models in GML and writes each as <name>.gml, <name>.graphml,\n"
     "<name>.nodes.csv, <name>.edges.csv and <name>.png.\n"
     "\n"
     "  -o<directory>    where the files go (default: \"export\" in the current directory)\n"
-    "  -match<caption>  keep only the nodes with this caption, and the edges between them\n"
+    "  -match<pattern>  keep only the nodes whose caption matches, and the edges between them:\n"
+    "                   \"*\" stands for any characters, \"?\" for one; case does not count\n"
     "  -run<command>    run a command of a plug-in for each model; may be repeated\n"
     "  -after<command line>\n"
     "                   run it when all is exported; what it prints goes to after.txt\n"
@@ -77,11 +78,6 @@ bool isOfLibrary(std::string_view option) {
            std::ranges::find(kLibraryFlags, option) != std::end(kLibraryFlags);
 }
 
-std::string utf8Of(const std::string& text) {
-    const SV::String utf8 = SV::ConvertStringToUTF8String(SV::String(text));
-    return {utf8.begin(), utf8.end()};
-}
-
 }  // namespace
 
 std::optional<Options> readOptions(std::string& problem) {
@@ -99,7 +95,7 @@ std::optional<Options> readOptions(std::string& problem) {
         if (option.starts_with(kOutput)) {
             directory = option.substr(kOutput.size());
         } else if (option.starts_with(kMatch)) {
-            options.match = utf8Of(option.substr(kMatch.size()));
+            options.match = option.substr(kMatch.size());
         } else if (option.starts_with(kAfter)) {
             options.after = option.substr(kAfter.size());
             if (options.after.empty()) {
@@ -112,6 +108,10 @@ std::optional<Options> readOptions(std::string& problem) {
             problem = "unknown option " + argument;
             return std::nullopt;
         }
+    }
+    if (options.match && options.match->empty()) {
+        problem = "option -match needs a pattern";
+        return std::nullopt;
     }
     if (directory.empty()) {
         problem = "option -o needs a directory";

@@ -13,7 +13,7 @@ struct Options {
     std::string outputDirectory;        // absolute, without a separator at its end
     std::vector<std::string> commands;  // of plug-ins, to be run for each model
     std::string after;                  // command line to run behind the exports; empty: none
-    std::optional<std::string> match;   // keep only nodes with this caption, in UTF-8
+    std::optional<std::string> match;   // pattern of the captions to keep, in the code page
 };
 
 // From the library's command line. Nothing when it is wrong: an unknown option is named in

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "sv/string.h"
 
@@ -40,12 +41,16 @@ enum class Text : std::uint32_t {
     kTotal,         // "%s" is a duration
     kLastChange,    // "%s" is a day with its time
     kChangedSince,  // "%s" is a day
+    kFilterLabel,
+    kFilterCount,  // the first "%s" is the number of nodes that are shown, the second of all
+    kFilterUnusable,
 };
 
 // In the language of the user interface.
 SV::String textOf(Text text);
 
-// The text with its "%s" replaced.
+// The text with `value` in place of its first "%s".
+SV::String filled(SV::String text, std::string_view value);
 SV::String filled(Text text, std::string_view value);
 
 }  // namespace zelhost

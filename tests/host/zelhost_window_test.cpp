@@ -160,6 +160,84 @@ TEST(ZelhostWindow, MenusFollowTheLanguageAtOnce) {
               english + german + english + "AfterDiscardModelWindow m\nAppExit\n");
 }
 
+namespace {
+
+HWND partOf(HWND child, const char* windowClass, HWND behind = nullptr) {
+    return ::FindWindowExA(child, behind, windowClass, nullptr);
+}
+
+// Whether anything is drawn in the middle of the window.
+bool hasPicture(HWND child) {
+    RECT area = {};
+    ::GetClientRect(child, &area);
+    const HDC device = ::GetDC(child);
+    bool hasInk = false;
+    for (int x = 0; x < area.right; ++x) {
+        for (int y = area.bottom / 4; y < area.bottom; ++y) {
+            hasInk = hasInk || ::GetPixel(device, x, y) != RGB(255, 255, 255);
+        }
+    }
+    ::ReleaseDC(child, device);
+    return hasInk;
+}
+
+// Types, and prints what the window says after the pause that it waits for.
+void type(HWND child, const char* letters) {
+    const HWND field = partOf(child, "EDIT");
+    const HWND label = partOf(child, "STATIC");
+    const HWND outcome = partOf(child, "STATIC", label);
+    ::SetWindowTextA(outcome, "");
+    for (const char* letter = letters; *letter; ++letter) {
+        ::SendMessageA(field, WM_CHAR, static_cast<unsigned char>(*letter), 0);
+    }
+    for (int i = 0; i < 500 && textOf(outcome).empty(); ++i) {
+        ::Sleep(10);  // a timer ends it, which needs messages to be handled
+        SV::GetpApp()->Reschedule();
+    }
+    SV::GetpApp()->Reschedule();
+    std::printf("%s %s %s\n", textOf(label).c_str(), textOf(outcome).c_str(),
+                hasPicture(child) ? "(picture)" : "(nothing)");
+}
+
+}  // namespace
+
+CHILD_MAIN(hostFilter) {
+    return runHostHere(argc, argv, [](HWND frame) {
+        const HWND child = childrenOf(frame).at(0);
+        type(child, "a");
+        type(child, "*");
+        command(frame, HostFrame::kGerman);
+        type(child, "\b\bx");
+        command(frame, HostFrame::kEnglish);
+        type(child, "\b");
+        command(frame, HostFrame::kExport);
+        command(frame, HostFrame::kExit);
+    });
+}
+
+TEST(ZelhostWindow, FiltersThePictureWhileOneTypes) {
+    const TempDir dir;
+    dir.write("m.gml",
+              "graph [ node [ id 1 label \"A\" ] node [ id 2 label \"ab\" ] node [ id 3 ] ]");
+    ChildOptions options;
+    options.directory = dir.root().string();
+    const ChildResult result =
+        runChild("hostFilter", {"m.gml", "-oout", "-lang1033", "-no_dialogs"}, options);
+    EXPECT_EQ(result.exitCode, 0u);
+    const std::string start = "AfterAppInitialized\n";
+    const std::size_t place = result.out.find(start);
+    ASSERT_NE(place, std::string::npos) << result.out;
+    EXPECT_EQ(result.out.substr(place + start.size(),
+                                result.out.find("BeforeSave", place) - place - start.size()),
+              "Filter (* and ?): 1 of 3 nodes (picture)\n"
+              "Filter (* and ?): 2 of 3 nodes (picture)\n"
+              "Filter (* und ?): 0 von 3 Knoten (nothing)\n"
+              "Filter (* and ?): 3 of 3 nodes (picture)\n");
+    // The filter is for the eye: what is exported is the model.
+    const std::string nodes = readFile(dir.path("out\\m.nodes.csv"));
+    EXPECT_NE(nodes.find("2;ab;ab"), std::string::npos) << nodes;
+}
+
 CHILD_MAIN(hostEvents) {
     return runHostHere(argc, argv, [](HWND frame) { command(frame, HostFrame::kExit); });
 }

@@ -1,0 +1,103 @@
+#include "filter_bar.h"
+
+#include <algorithm>
+#include <string>
+
+#include "sv/application.h"
+#include "sv/gdi.h"
+#include "texts.h"
+
+#include <windows.h>
+
+namespace zelhost {
+
+namespace {
+
+// In pixels; letters bring the scale of the screen with their size.
+constexpr int kMargin = 4;
+constexpr int kFieldFrame = 8;
+constexpr int kFieldLetters = 20;
+constexpr int kMinFieldWidth = 40;
+constexpr int kMaxPatternSize = 255;
+
+class WindowDevice {
+public:
+    explicit WindowDevice(HWND window) : m_window(window), m_device(::GetDC(window)) {}
+    WindowDevice(const WindowDevice&) = delete;
+    WindowDevice& operator=(const WindowDevice&) = delete;
+    ~WindowDevice() { ::ReleaseDC(m_window, m_device); }
+    HDC get() const { return m_device; }
+
+private:
+    HWND m_window;
+    HDC m_device;
+};
+
+}  // namespace
+
+void FilterBar::FontDeleter::operator()(HFONT__* font) const { ::DeleteObject(font); }
+
+FilterBar::FilterBar(HWND parent)
+    : m_parent(parent),
+      m_font(SV::GetpApp()->GetAppFont().Create()),
+      m_label(add("STATIC", SS_LEFTNOWORDWRAP, 0)),
+      m_field(add("EDIT", WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL, kFieldId)),
+      m_outcome(add("STATIC", SS_LEFTNOWORDWRAP, 0)) {
+    ::SendMessageA(m_field, EM_SETLIMITTEXT, kMaxPatternSize, 0);
+    const WindowDevice device(m_parent);
+    const SV::SelectedObject font(device.get(), m_font.get());
+    TEXTMETRICA metrics = {};
+    ::GetTextMetricsA(device.get(), &metrics);
+    m_height = metrics.tmHeight + kFieldFrame + 2 * kMargin;
+}
+
+HWND FilterBar::add(const char* windowClass, unsigned long style, int id) {
+    const HWND window =
+        ::CreateWindowExA(0, windowClass, "", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, m_parent,
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    ::SendMessageA(window, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
+    return window;
+}
+
+SV::String FilterBar::pattern() const {
+    char text[kMaxPatternSize + 1] = "";
+    ::GetWindowTextA(m_field, text, sizeof text);
+    return text;
+}
+
+void FilterBar::focus() { ::SetFocus(m_field); }
+
+void FilterBar::showCount(std::size_t shown, std::size_t all) {
+    const SV::String text = filled(textOf(Text::kFilterCount), std::to_string(shown));
+    ::SetWindowTextA(m_outcome, filled(text, std::to_string(all)).c_str());
+}
+
+void FilterBar::showUnusable() {
+    ::SetWindowTextA(m_outcome, textOf(Text::kFilterUnusable).c_str());
+}
+
+int FilterBar::widthOf(const SV::String& text) const {
+    const WindowDevice device(m_parent);
+    const SV::SelectedObject font(device.get(), m_font.get());
+    SIZE size = {};
+    ::GetTextExtentPoint32A(device.get(), text.data(), static_cast<int>(text.size()), &size);
+    return static_cast<int>(size.cx);
+}
+
+void FilterBar::layOut(int width) {
+    const SV::String label = textOf(Text::kFilterLabel);
+    ::SetWindowTextA(m_label, label.c_str());
+    const int labelWidth = widthOf(label);
+    const int fieldStart = kMargin + labelWidth + kMargin;
+    const int wanted = widthOf(SV::String(std::size_t{kFieldLetters}, 'x'));
+    const int fieldWidth = std::max(kMinFieldWidth, std::min(wanted, (width - fieldStart) / 2));
+    const int outcomeStart = fieldStart + fieldWidth + 2 * kMargin;
+    const int textTop = kMargin + kFieldFrame / 2;
+    const int textHeight = m_height - 2 * textTop;
+    ::MoveWindow(m_label, kMargin, textTop, labelWidth, textHeight, TRUE);
+    ::MoveWindow(m_field, fieldStart, kMargin, fieldWidth, m_height - 2 * kMargin, TRUE);
+    ::MoveWindow(m_outcome, outcomeStart, textTop, std::max(0, width - outcomeStart), textHeight,
+                 TRUE);
+}
+
+}  // namespace zelhost
