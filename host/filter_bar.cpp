@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <string>
 
-#include "sv/application.h"
-#include "sv/gdi.h"
 #include "texts.h"
 
 #include <windows.h>
@@ -15,22 +13,48 @@ namespace {
 
 // In pixels; letters bring the scale of the screen with their size.
 constexpr int kMargin = 4;
-constexpr int kFieldFrame = 8;
+constexpr int kFieldFrame = 6;
 constexpr int kFieldLetters = 20;
 constexpr int kMinFieldWidth = 40;
 constexpr int kMaxPatternSize = 255;
 
-class WindowDevice {
+// What the system writes in boxes and menus; null when it does not say, which is its oldest font.
+HFONT messageFont() {
+    NONCLIENTMETRICSA metrics = {};
+    metrics.cbSize = sizeof metrics;
+    if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) {
+        return nullptr;
+    }
+    return ::CreateFontIndirectA(&metrics.lfMessageFont);
+}
+
+// For measuring text in a font that somebody else owns.
+class Measure {
 public:
-    explicit WindowDevice(HWND window) : m_window(window), m_device(::GetDC(window)) {}
-    WindowDevice(const WindowDevice&) = delete;
-    WindowDevice& operator=(const WindowDevice&) = delete;
-    ~WindowDevice() { ::ReleaseDC(m_window, m_device); }
-    HDC get() const { return m_device; }
+    Measure(HWND window, HFONT font)
+        : m_window(window), m_device(::GetDC(window)), m_previous(::SelectObject(m_device, font)) {}
+    Measure(const Measure&) = delete;
+    Measure& operator=(const Measure&) = delete;
+    ~Measure() {
+        ::SelectObject(m_device, m_previous);
+        ::ReleaseDC(m_window, m_device);
+    }
+
+    int lineHeight() const {
+        TEXTMETRICA metrics = {};
+        ::GetTextMetricsA(m_device, &metrics);
+        return static_cast<int>(metrics.tmHeight);
+    }
+    int widthOf(const SV::String& text) const {
+        SIZE size = {};
+        ::GetTextExtentPoint32A(m_device, text.data(), static_cast<int>(text.size()), &size);
+        return static_cast<int>(size.cx);
+    }
 
 private:
     HWND m_window;
     HDC m_device;
+    HGDIOBJ m_previous;
 };
 
 }  // namespace
@@ -39,16 +63,12 @@ void FilterBar::FontDeleter::operator()(HFONT__* font) const { ::DeleteObject(fo
 
 FilterBar::FilterBar(HWND parent)
     : m_parent(parent),
-      m_font(SV::GetpApp()->GetAppFont().Create()),
+      m_font(messageFont()),
       m_label(add("STATIC", SS_LEFTNOWORDWRAP, 0)),
       m_field(add("EDIT", WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL, kFieldId)),
       m_outcome(add("STATIC", SS_LEFTNOWORDWRAP, 0)) {
     ::SendMessageA(m_field, EM_SETLIMITTEXT, kMaxPatternSize, 0);
-    const WindowDevice device(m_parent);
-    const SV::SelectedObject font(device.get(), m_font.get());
-    TEXTMETRICA metrics = {};
-    ::GetTextMetricsA(device.get(), &metrics);
-    m_height = metrics.tmHeight + kFieldFrame + 2 * kMargin;
+    m_height = Measure(m_parent, m_font.get()).lineHeight() + kFieldFrame + 2 * kMargin;
 }
 
 HWND FilterBar::add(const char* windowClass, unsigned long style, int id) {
@@ -76,20 +96,13 @@ void FilterBar::showUnusable() {
     ::SetWindowTextA(m_outcome, textOf(Text::kFilterUnusable).c_str());
 }
 
-int FilterBar::widthOf(const SV::String& text) const {
-    const WindowDevice device(m_parent);
-    const SV::SelectedObject font(device.get(), m_font.get());
-    SIZE size = {};
-    ::GetTextExtentPoint32A(device.get(), text.data(), static_cast<int>(text.size()), &size);
-    return static_cast<int>(size.cx);
-}
-
 void FilterBar::layOut(int width) {
     const SV::String label = textOf(Text::kFilterLabel);
     ::SetWindowTextA(m_label, label.c_str());
-    const int labelWidth = widthOf(label);
+    const Measure measure(m_parent, m_font.get());
+    const int labelWidth = measure.widthOf(label);
     const int fieldStart = kMargin + labelWidth + kMargin;
-    const int wanted = widthOf(SV::String(std::size_t{kFieldLetters}, 'x'));
+    const int wanted = measure.widthOf(SV::String(std::size_t{kFieldLetters}, 'x'));
     const int fieldWidth = std::max(kMinFieldWidth, std::min(wanted, (width - fieldStart) / 2));
     const int outcomeStart = fieldStart + fieldWidth + 2 * kMargin;
     const int textTop = kMargin + kFieldFrame / 2;

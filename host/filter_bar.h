@@ -34,7 +34,6 @@ private:
     };
 
     HWND add(const char* windowClass, unsigned long style, int id);
-    int widthOf(const SV::String& text) const;
 
     HWND m_parent;
     std::unique_ptr<HFONT__, FontDeleter> m_font;
