@@ -22,8 +22,8 @@ constexpr std::array<Pair, 4096> kPairs = [] {
     return pairs;
 }();
 
-// What each character adds to a group's 24 bits at each of its four places; bits above them: no
-// character of the alphabet.
+// What each character adds to its group's three bytes at each of its four places, as they lie in
+// memory; a bit in the fourth byte: no character of the alphabet.
 constexpr std::uint32_t kInvalid = 0xFF000000;
 using Values = std::array<std::uint32_t, 256>;
 constexpr std::array<Values, 4> kValues = [] {
@@ -32,7 +32,8 @@ constexpr std::array<Values, 4> kValues = [] {
     for (std::uint32_t value = 0; value < 64; ++value) {
         const auto character = static_cast<unsigned char>(kAlphabet[value]);
         for (std::size_t place = 0; place < 4; ++place) {
-            values[place][character] = value << (18 - 6 * place);
+            const std::uint32_t group = value << (18 - 6 * place);
+            values[place][character] = group >> 16 | (group & 0xFF00) | (group & 0xFF) << 16;
         }
     }
     return values;
@@ -40,6 +41,12 @@ constexpr std::array<Values, 4> kValues = [] {
 
 std::uint32_t valueOf(const char* text, std::size_t place) {
     return kValues[place][static_cast<unsigned char>(text[place])];
+}
+
+// The bytes of four characters.
+std::uint32_t groupOf(std::uint32_t characters) {
+    return kValues[0][characters & 0xFF] | kValues[1][characters >> 8 & 0xFF] |
+           kValues[2][characters >> 16 & 0xFF] | kValues[3][characters >> 24];
 }
 
 void putPair(char* text, std::uint32_t bits) { std::memcpy(text, &kPairs[bits], sizeof(Pair)); }
@@ -59,14 +66,22 @@ char* decodeRest(const char* text, std::size_t size, char* bytes) {
     const std::uint32_t bits =
         valueOf(text, 0) | valueOf(text, 1) | (size == 3 ? valueOf(text, 2) : 0);
     if (bits & kInvalid) return nullptr;
-    *bytes++ = static_cast<char>(bits >> 16);
-    if (size == 3) *bytes++ = static_cast<char>(bits >> 8);
-    return bytes;
+    std::memcpy(bytes, &bits, size - 1);
+    return bytes + size - 1;
 }
 
 }  // namespace
 
 char* encodePlain(const char* bytes, std::size_t size, char* text) {
+    constexpr std::size_t kRound = 6;
+    std::uint64_t bits = 0;  // of a round in front
+    for (; size >= sizeof bits; size -= kRound, bytes += kRound, text += kRound / 3 * 4) {
+        std::memcpy(&bits, bytes, sizeof bits);
+        bits = __builtin_bswap64(bits);
+        for (int pair = 0; pair < 4; ++pair) {
+            putPair(text + 2 * pair, static_cast<std::uint32_t>(bits >> (52 - 12 * pair)) & 0xFFF);
+        }
+    }
     auto from = reinterpret_cast<const unsigned char*>(bytes);
     for (; size >= 3; size -= 3, from += 3, text += 4) {
         const std::uint32_t middle = from[1];
@@ -77,13 +92,21 @@ char* encodePlain(const char* bytes, std::size_t size, char* text) {
 }
 
 char* decodePlain(const char* text, std::size_t size, char* bytes) {
+    for (; size >= 8; size -= 8, text += 8, bytes += 6) {
+        std::uint64_t characters;
+        std::memcpy(&characters, text, sizeof characters);
+        const std::uint32_t front = groupOf(static_cast<std::uint32_t>(characters));
+        const std::uint32_t back = groupOf(static_cast<std::uint32_t>(characters >> 32));
+        if ((front | back) & kInvalid) break;  // which of them: below
+        const std::uint64_t both = front | std::uint64_t{back} << 24;
+        std::memcpy(bytes, &both, 6);
+    }
     for (; size >= 4; size -= 4, text += 4, bytes += 3) {
-        const std::uint32_t bits =
-            valueOf(text, 0) | valueOf(text, 1) | valueOf(text, 2) | valueOf(text, 3);
-        if (bits & kInvalid) return nullptr;
-        bytes[0] = static_cast<char>(bits >> 16);
-        bytes[1] = static_cast<char>(bits >> 8);
-        bytes[2] = static_cast<char>(bits);
+        std::uint32_t characters;
+        std::memcpy(&characters, text, sizeof characters);
+        const std::uint32_t group = groupOf(characters);
+        if (group & kInvalid) return nullptr;
+        std::memcpy(bytes, &group, 3);
     }
     return decodeRest(text, size, bytes);
 }

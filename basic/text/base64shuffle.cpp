@@ -80,14 +80,15 @@ bool hasShuffle() { return __builtin_cpu_supports("ssse3"); }
 
 BASE64_SSSE3 std::size_t encodeBlocks(const char* bytes, std::size_t size, char* text) {
     std::size_t done = 0;
-    const auto encodeBlock = [&](__m128i block, char skipped) BASE64_SSSE3 {
-        store(text + done / kBytes * kCharacters, charactersOf(valuesOf(spread(block, skipped))));
-        done += kBytes;
-    };
-    while (size - done >= kCharacters) encodeBlock(load(bytes + done), 0);
+    for (; size - done >= kCharacters; done += kBytes, text += kCharacters) {
+        store(text, charactersOf(valuesOf(spread(load(bytes + done), 0))));
+    }
     // The last block reaches backwards for what a load takes in excess.
     constexpr std::size_t kExcess = kCharacters - kBytes;
-    if (done > 0 && size - done >= kBytes) encodeBlock(load(bytes + done - kExcess), kExcess);
+    if (done > 0 && size - done >= kBytes) {
+        store(text, charactersOf(valuesOf(spread(load(bytes + done - kExcess), kExcess))));
+        done += kBytes;
+    }
     return done;
 }
 

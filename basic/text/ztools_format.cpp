@@ -1,7 +1,11 @@
 // Writing numbers, whatever the locale.
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
+#include <cmath>
+#include <cstdint>
 #include <cstdio>
 
 #include "zbasic/ztools.h"
@@ -16,14 +20,58 @@ constexpr int kUsualDecimals = 6;   // `printf` takes them for a negative number
 constexpr int kMaxDecimals = 1074;  // of any double, exactly
 constexpr std::size_t kMaxSize = 511;
 
+// A value times a power of ten, rounded to an integer, half to even.
+class ScaledValue {
+public:
+    ScaledValue(double value, int decimals) {
+        const auto bits = std::bit_cast<std::uint64_t>(value);
+        const int exponent = static_cast<int>(bits >> kMantissaBits & 0x7FF);
+        if (decimals > kMaxPower || exponent > kExponentOfMantissa) return;
+        // One that is not there, as in a zero, would count for nothing so far behind the point.
+        constexpr std::uint64_t kLeadingBit = std::uint64_t{1} << kMantissaBits;
+        const std::uint64_t mantissa = (bits & (kLeadingBit - 1)) | kLeadingBit;
+        const Wide product = static_cast<Wide>(mantissa) * kPowers[decimals];  // below 2^117
+        const int shift = std::min(kExponentOfMantissa - exponent + 1, 120);   // at least 1
+        const Wide half = Wide{1} << (shift - 1);
+        const Wide floor = product >> shift;
+        const Wide rest = product - (floor << shift);
+        const Wide rounded = floor + (rest > half || (rest == half && floor % 2 != 0) ? 1 : 0);
+        m_value = static_cast<std::uint64_t>(rounded);
+        m_isValid = rounded == m_value;
+    }
+
+    // Whether it can be had with 128 bits, and lies in 64 bits: most do.
+    bool isValid() const { return m_isValid; }
+    std::uint64_t value() const { return m_value; }
+
+private:
+    __extension__ using Wide = unsigned __int128;
+    static constexpr int kMantissaBits = 52;
+    static constexpr int kExponentOfMantissa = 1023 + kMantissaBits - 1;  // of numbers below 2^52
+    static constexpr int kMaxPower = 19;
+    static constexpr auto kPowers = [] {
+        std::array<std::uint64_t, kMaxPower + 1> powers{1};
+        for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+        return powers;
+    }();
+
+    std::uint64_t m_value = 0;
+    bool m_isValid = false;
+};
+
 // With "." and all decimals; up to 309 digits stand before it.
 class FixedText {
 public:
     FixedText(double value, int decimals) {
         const int precision = decimals < 0 ? kUsualDecimals : std::min(decimals, kMaxDecimals);
-        const auto result =
-            std::to_chars(m_buffer, std::end(m_buffer), value, std::chars_format::fixed, precision);
-        m_size = std::min(static_cast<std::size_t>(result.ptr - m_buffer), kMaxSize);
+        const ScaledValue scaled(value, precision);
+        if (scaled.isValid()) {
+            writeScaled(std::signbit(value), scaled.value(), static_cast<std::size_t>(precision));
+        } else {
+            const auto result = std::to_chars(m_buffer, std::end(m_buffer), value,
+                                              std::chars_format::fixed, precision);
+            m_size = std::min(static_cast<std::size_t>(result.ptr - m_buffer), kMaxSize);
+        }
     }
 
     // Without the zeros at the end, but for the first `kept` of the decimals.
@@ -36,6 +84,26 @@ public:
     }
 
 private:
+    void writeScaled(bool isNegative, std::uint64_t scaled, std::size_t decimals) {
+        char digits[20];
+        const auto count =
+            static_cast<std::size_t>(std::to_chars(digits, std::end(digits), scaled).ptr - digits);
+        char* to = m_buffer;
+        if (isNegative) *to++ = '-';
+        if (count > decimals) {
+            to = std::copy_n(digits, count - decimals, to);
+        } else {
+            *to++ = '0';
+        }
+        if (decimals > 0) {
+            *to++ = '.';
+            const std::size_t size = std::min(count, decimals);
+            to = std::fill_n(to, decimals - size, '0');
+            to = std::copy_n(digits + count - size, size, to);
+        }
+        m_size = static_cast<std::size_t>(to - m_buffer);
+    }
+
     char m_buffer[1 + 309 + 1 + kMaxDecimals];
     std::size_t m_size;
 };

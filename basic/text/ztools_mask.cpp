@@ -1,5 +1,6 @@
 // Escaping single characters.
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <utility>
@@ -28,84 +29,85 @@ private:
     char m_b;
 };
 
-constexpr std::ptrdiff_t kBlock = sizeof(__m128i);
-
-__m128i copyBlock(const char* from, char* to) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
-    return bytes;
-}
-
-// Copies text with `escape` before each special character; gives the end of the copy. Nothing is
-// written behind that: where a block of text is left, the copy of the rest is a block long as well.
-char* mask(const char* from, const char* end, const EitherByte& special, char escape, char* to) {
-    while (end - from >= kBlock) {
-        const auto hits = static_cast<unsigned>(_mm_movemask_epi8(special(copyBlock(from, to))));
-        const int size = hits ? std::countr_zero(hits) : kBlock;
-        from += size;
-        to += size;
-        if (!hits) continue;
-        *to++ = escape;
-        *to++ = *from++;
-    }
-    for (; from != end; ++from) {
-        if (special(*from)) *to++ = escape;
-        *to++ = *from;
-    }
-    return to;
+bool hasOneOf(std::string_view text, const EitherByte& candidates) {
+    const char* const end = text.data() + text.size();
+    return findByte(text.data(), end, candidates) != end;
 }
 
 // Where reading and writing have come to.
 struct Place {
     const char* from;
     char* to;
+
+    // Copies blocks of 16 bytes, and bytes up to the next candidate; false when less than a block
+    // is left. Nothing is written that the copy of the rest of the text does not reach.
+    template <typename Candidates>
+    bool copyToCandidate(const char* end, const Candidates& candidates) {
+        while (end - from >= kScanStep) {
+            const unsigned hits = candidateBits(from, end, candidates);
+            std::memcpy(to, from, kScanStep);
+            const std::ptrdiff_t size = hits ? std::countr_zero(hits) : kScanStep;
+            from += size;
+            to += size;
+            if (hits) return true;
+        }
+        return false;
+    }
 };
 
-// Copies text without its escapes up to `stop`, or to the character behind it when that one is
-// escaped. An escape at the very `end` has nothing to escape and is dropped.
-Place unmask(Place at, const char* stop, const char* end, char escape) {
-    const auto copyEscaped = [&] {
-        if (++at.from != end) *at.to++ = *at.from++;
+// Copies text with `escape` before each special character; gives the end of the copy.
+char* mask(std::string_view text, const EitherByte& special, char escape, char* to) {
+    Place at = {text.data(), to};
+    const char* const end = text.data() + text.size();
+    while (at.copyToCandidate(end, special)) {
+        *at.to++ = escape;
+        *at.to++ = *at.from++;
+    }
+    while (at.from != end) {  // without a branch, which would be guessed wrong
+        *at.to = escape;
+        at.to += special(*at.from) ? 1 : 0;
+        *at.to++ = *at.from++;
+    }
+    return at.to;
+}
+
+// Copies text without its escapes; gives the end of the copy. `wasEscape` says whether the last
+// byte was one that escapes the next, before and afterwards.
+char* unmask(std::string_view text, char escape, bool& wasEscape, char* to) {
+    Place at = {text.data(), to};
+    const char* const end = text.data() + text.size();
+    const auto copyByte = [&] {
+        wasEscape = *at.from == escape && !wasEscape;
+        *at.to = *at.from++;
+        at.to += wasEscape ? 0 : 1;
     };
-    while (stop - at.from >= kBlock) {
-        const __m128i bytes = copyBlock(at.from, at.to);
-        const auto hits = static_cast<unsigned>(_mm_movemask_epi8(isByte(bytes, escape)));
-        const int size = hits ? std::countr_zero(hits) : kBlock;
-        at = {at.from + size, at.to + size};
-        if (hits) copyEscaped();
+    if (wasEscape) copyByte();
+    while (at.copyToCandidate(end, EitherByte(escape, escape))) {
+        copyByte();
+        if (at.from != end) copyByte();
     }
-    while (at.from < stop) {
-        if (*at.from == escape) {
-            copyEscaped();
-        } else {
-            *at.to++ = *at.from++;
-        }
-    }
-    return at;
+    while (at.from != end) copyByte();
+    return at.to;
+}
+
+std::size_t maskedSize(std::string_view text, const EitherByte& special) {
+    return text.size() + countBytes(text.data(), text.data() + text.size(), special);
 }
 
 // Text is changed in pieces, in a buffer that stays in the processor's cache.
 constexpr std::size_t kPiece = 1024;
 
-const char* pieceEnd(const char* from, const char* end) {
-    return static_cast<std::size_t>(end - from) > kPiece ? from + kPiece : end;
-}
-
-// Behind what `masked` holds already.
-void appendMasked(SV::String& masked, std::string_view text, char special, char escape) {
+// `quote` stands around it.
+SV::String maskedText(std::string_view text, char special, char escape, std::string_view quote) {
     const EitherByte candidates(special, escape);
-    const char* const end = text.data() + text.size();
     char buffer[2 * kPiece];
-    for (const char* from = text.data(); from != end;) {
-        const char* const stop = pieceEnd(from, end);
-        const char* const written = mask(from, stop, candidates, escape, buffer);
-        masked.append(buffer, static_cast<std::size_t>(written - buffer));
-        from = stop;
+    SV::String masked(quote);
+    if (text.size() > kPiece) masked.reserve(maskedSize(text, candidates) + 2 * quote.size());
+    for (; !text.empty(); text.remove_prefix(std::min(kPiece, text.size()))) {
+        const char* const end = mask(text.substr(0, kPiece), candidates, escape, buffer);
+        masked.append(buffer, static_cast<std::size_t>(end - buffer));
     }
-}
-
-std::size_t maskedSize(std::string_view text, const EitherByte& special) {
-    return text.size() + countBytes(text.data(), text.data() + text.size(), special);
+    return masked.append(quote);
 }
 
 void maskForExport(const char* source, char* target, char delimiter) {
@@ -116,44 +118,34 @@ void maskForExport(const char* source, char* target, char delimiter) {
         displayErrorMessage(kSource,
                             kNoRoom);  // Relied on by callers: the copy is made all the same
     }
-    *mask(text.data(), text.data() + text.size(), special, '\\', target) = '\0';
+    *mask(text, special, '\\', target) = '\0';
 }
 
 }  // namespace
 
 SV::String Zel_Mask(const char* text, char special, char escape) {
     const std::string_view source = text ? text : "";
-    SV::String masked;
-    if (source.size() > SV::String::kInlineCapacity) {
-        masked.reserve(maskedSize(source, EitherByte(special, escape)));
-    }
-    appendMasked(masked, source, special, escape);
-    return masked;
+    if (!hasOneOf(source, EitherByte(special, escape))) return SV::String(source);
+    return maskedText(source, special, escape, "");
 }
 
 SV::String Zel_Unmask(const char* text, char escape) {
-    const char* from = text ? text : "";
-    const char* const end = from + std::strlen(from);
+    std::string_view source = text ? text : "";
+    if (!hasOneOf(source, EitherByte(escape, escape))) return SV::String(source);
     SV::String unmasked;
-    if (pieceEnd(from, end) != end) unmasked.reserve(static_cast<std::size_t>(end - from));
-    char buffer[kPiece + 1];
-    while (from != end) {
-        const Place place = unmask({from, buffer}, pieceEnd(from, end), end, escape);
-        unmasked.append(buffer, static_cast<std::size_t>(place.to - buffer));
-        from = place.from;
+    if (source.size() > kPiece) unmasked.reserve(source.size());
+    char buffer[kPiece];
+    for (bool wasEscape = false; !source.empty();
+         source.remove_prefix(std::min(kPiece, source.size()))) {
+        const char* const end = unmask(source.substr(0, kPiece), escape, wasEscape, buffer);
+        unmasked.append(buffer, static_cast<std::size_t>(end - buffer));
     }
     return unmasked;
 }
 
 SV::String Zel_MaskCSV(const SV::String& field) {
-    const std::string_view text = field;
-    const EitherByte reasons('"', ';');
-    if (findByte(field.begin(), field.end(), reasons) == field.end()) return field;
-    SV::String masked;
-    masked.reserve(maskedSize(text, EitherByte('"', '"')) + 2);
-    masked += '"';
-    appendMasked(masked, text, '"', '"');
-    return masked += '"';
+    if (!hasOneOf(field, EitherByte('"', ';'))) return field;
+    return maskedText(field, '"', '"', "\"");
 }
 
 void Zel_Mask_Export_Name(const char* src, char* dst) {

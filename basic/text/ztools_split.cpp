@@ -8,10 +8,9 @@
 
 namespace {
 
-// Where a separator begins, or where it might, as it is longer than its first character.
-class FirstByte {
+class OneByte {
 public:
-    explicit FirstByte(char c) : m_c(c) {}
+    explicit OneByte(char c) : m_c(c) {}
     __m128i operator()(__m128i bytes) const { return isByte(bytes, m_c); }
     bool operator()(char c) const { return c == m_c; }
 
@@ -33,15 +32,19 @@ public:
         appendToken(m_end);
     }
     void split(char separator) {
-        const FirstByte candidates(separator);
-        for (const char* at; (at = findByte(m_from, m_end, candidates)) != m_end;) append(at, 1);
+        forEachByte(m_from, m_end, OneByte(separator), [this](const char* at) { append(at, 1); });
         appendToken(m_end);
     }
 
 private:
     std::string_view rest() const { return {m_from, m_end}; }
     void appendToken(const char* end) {
-        m_token.assign(m_from, static_cast<std::size_t>(end - m_from));
+        const auto size = static_cast<std::size_t>(end - m_from);
+        if (m_end - m_from >= static_cast<std::ptrdiff_t>(SV::String::kInlineCapacity)) {
+            m_token.assignPadded(m_from, size);
+        } else {
+            m_token.assign(m_from, size);
+        }
         m_tokens.append(m_token);
     }
     void append(const char* end, std::size_t separatorSize) {
@@ -59,7 +62,9 @@ private:
 
 void Zel_SplitIntoTokens(const SV::String& text, const char* separator,
                          ISequence<SV::String>& tokens) {
-    const SV::String source = text;  // which may be an element of `tokens`
+    // `text` may be an element of `tokens`.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const SV::String source = text;
     const SV::String searched = separator;
     tokens.clear();
     if (searched.empty()) return;
@@ -83,7 +88,7 @@ void zel_getuntil(const char* text, char stop, SV::String& out) {
 
 int zel_charcount(const char* text, char c) {
     const std::string_view source = text ? text : "";
-    return static_cast<int>(countBytes(source.data(), source.data() + source.size(), FirstByte(c)));
+    return static_cast<int>(countBytes(source.data(), source.data() + source.size(), OneByte(c)));
 }
 
 void zel_charreplace(char* text, char from, char to) {

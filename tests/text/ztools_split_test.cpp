@@ -117,7 +117,7 @@ TEST(ToolsSplit, ReplacesACharacter) {
     zel_charreplace(text, ';', ',');
     EXPECT_STREQ(text, "a,b,,");
     zel_charreplace(text, ',', '\0');
-    EXPECT_EQ(std::string_view(text, sizeof text), std::string_view("a\0b\0\0", 6));
+    EXPECT_EQ(std::string_view(text, 5), std::string_view("a\0b\0\0", 5));
     zel_charreplace(nullptr, 'a', 'b');
     char* const constant = const_cast<char*>("not to be written");
     zel_charreplace(constant, 'n', 'n');

@@ -20,10 +20,15 @@ template <class T>
 class ZelVectorSequence : public ISequence<T> {
 public:
     void clear() override { m_elements.clear(); }
-    void append(const T& element) override { m_elements.push_back(element); }
+    void append(const T& element) override {
+        if (m_elements.capacity() == 0) m_elements.reserve(kUsualSize);
+        m_elements.push_back(element);
+    }
 
     const std::vector<T>& elements() const { return m_elements; }
 
 private:
+    enum { kUsualSize = 8 };  // results are seldom single; saves growing by one and two
+
     std::vector<T> m_elements;
 };
