@@ -2,8 +2,6 @@
 
 #include <emmintrin.h>
 
-#include "text/bytescan.h"
-
 namespace {
 
 constexpr std::size_t kStep = sizeof(__m128i);
@@ -27,25 +25,29 @@ void encodeStep(const unsigned char* data, char* text) {
     store(text + kStep, _mm_unpackhi_epi8(high, low));
 }
 
-// The values of 16 digits; `valid` loses the bits of what is none.
-__m128i values(__m128i characters, __m128i& valid) {
-    const __m128i isDigit = isInRange(characters, '0', '9');
-    const __m128i folded = _mm_or_si128(characters, _mm_set1_epi8('a' ^ 'A'));
-    const __m128i isLetter = isInRange(folded, 'a', 'f');
-    valid = _mm_and_si128(valid, _mm_or_si128(isDigit, isLetter));
-    const __m128i nine = _mm_and_si128(isLetter, _mm_set1_epi8(9));  // 'a' ends in 1
-    return _mm_add_epi8(_mm_and_si128(characters, _mm_set1_epi8(0x0F)), nine);
+__m128i all(int byte) { return _mm_set1_epi8(static_cast<char>(byte)); }
+
+// The values of 16 digits. Bit 7 of `strange` is set where there is none.
+__m128i values(__m128i characters, __m128i& strange) {
+    // "0" to "9" become 0 to 9, all others 16 and above.
+    const __m128i upToNine = _mm_add_epi8(characters, all(0xFF - '9'));
+    const __m128i asDigit = _mm_sub_epi8(_mm_subs_epu8(upToNine, all(6)), all(0xF0));
+    // "A" to "F" and "a" to "f" become 10 to 15, all others 16 and above.
+    const __m128i folded = _mm_and_si128(characters, all(0xFF ^ 'a' ^ 'A'));
+    const __m128i asLetter = _mm_adds_epu8(_mm_sub_epi8(folded, all('A')), all(10));
+    const __m128i value = _mm_min_epu8(asDigit, asLetter);
+    strange = _mm_or_si128(strange, _mm_adds_epu8(value, all(0x7F - 15)));
+    return value;
 }
 
-// The bytes of 16 values, each in the lower half of a 16-bit lane.
+// The bytes of 16 values, each in a 16-bit lane: the first value goes above the second.
 __m128i joined(__m128i halves) {
-    const __m128i both = _mm_or_si128(_mm_slli_epi16(halves, 4), _mm_srli_epi16(halves, 8));
-    return _mm_and_si128(both, _mm_set1_epi16(0xFF));
+    return _mm_srli_epi16(_mm_add_epi16(halves, _mm_slli_epi16(halves, 12)), 8);
 }
 
-void decodeStep(const char* text, unsigned char* data, __m128i& valid) {
-    const __m128i first = joined(values(load(text), valid));
-    const __m128i second = joined(values(load(text + kStep), valid));
+void decodeStep(const char* text, unsigned char* data, __m128i& strange) {
+    const __m128i first = joined(values(load(text), strange));
+    const __m128i second = joined(values(load(text + kStep), strange));
     store(data, _mm_packus_epi16(first, second));
 }
 
@@ -69,9 +71,9 @@ void hexEncode(const unsigned char* data, std::size_t size, char* text) {
 
 bool hexDecode(const char* text, std::size_t size, unsigned char* data) {
     std::size_t at = 0;
-    __m128i valid = _mm_set1_epi8(-1);
-    for (; size - at >= kStep; at += kStep) decodeStep(text + 2 * at, data + at, valid);
-    if (_mm_movemask_epi8(valid) != 0xFFFF) return false;
+    __m128i strange = _mm_setzero_si128();
+    for (; size - at >= kStep; at += kStep) decodeStep(text + 2 * at, data + at, strange);
+    if (_mm_movemask_epi8(strange) != 0) return false;
     for (; at < size; ++at) {
         const int high = digitValue(text[2 * at]);
         const int low = digitValue(text[2 * at + 1]);
