@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "after.h"
+#include "database_user.h"
 #include "exporter.h"
 #include "hostframe.h"
 #include "model_call.h"
@@ -98,6 +99,10 @@ int HostApplication::initApplication() {
         m_isUsageWanted = true;
         return kDone;
     }
+    if (ZelCmdline::Instance().isFlag("zdbuser")) {
+        m_isUserWanted = true;
+        return kDone;
+    }
     std::string problem;
     const std::optional<Options> options = readOptions(problem);
     if (!options) return refuse(problem);
@@ -125,6 +130,7 @@ int HostApplication::runApplication() {
         std::fputs(kUsage, stdout);
         return kDone;
     }
+    if (m_isUserWanted) return showDatabaseUser() ? kDone : kSomeFailed;
     if (m_frame) m_frame->Show();
     removeLeftovers(m_options.outputDirectory);
     int status = kDone;

@@ -69,6 +69,7 @@ private:
     std::set<std::string> m_names;                   // of exports, in lower case
     std::string m_problems;                          // not yet shown to the user
     bool m_isUsageWanted = false;
+    bool m_isUserWanted = false;
 };
 
 }  // namespace zelhost

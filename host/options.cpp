@@ -23,6 +23,8 @@ const char kUsage[] =
     "  -after<command line>\n"
     "                   run it when all is exported; what it prints goes to after.txt\n"
     "                   beside the exports\n"
+    "  -zdbuser         only show which database user the program would log in as, and\n"
+    "                   the file that says so\n"
     "  -?               this text\n"
     "\n"
     "  -no_windows, -no_gui      do the work without a window\n"
