@@ -339,6 +339,8 @@ TEST(PasswordForApp, TakesThePaddingOff) {
     EXPECT_EQ(decrypted("secret" + std::string(10, '\x0A')), "secret");
     EXPECT_EQ(decrypted("fifteen letters\x01"), "fifteen letters");
     EXPECT_EQ(decrypted(std::string(16, '\x10')), "");
+    // Made by `openssl enc -aes-128-ecb`.
+    EXPECT_EQ(Zel_DecryptPasswordForAPP("iNo+4RE7nEnpk338CYGhcw==", SV::String(kKey16)), "secret");
     // Relied on by callers: only the last byte is looked at.
     EXPECT_EQ(decrypted("secret no padding\x02"s.substr(2, 15) + "\x02"), "cret no paddin");
     EXPECT_EQ(decrypted("fifteen letters\0"s), "fifteen letters\0"s);
