@@ -204,12 +204,14 @@ consteval std::array<const char*, kCount> namesAlone() {
 
 constinit std::array<const char*, kCount> g_names = namesAlone();
 
+const char* nameOf(ZelEventType type) {
+    const auto index = static_cast<std::size_t>(type - ZelEvent_First);  // huge below the first
+    return index < kCount ? g_names[index] : "";
+}
+
 }  // namespace
 
-ZelEventData::ZelEventData(ZelEventType type)
-    : m_type(type),
-      m_name(type >= ZelEvent_First && type <= ZelEvent_Last ? g_names[type - ZelEvent_First]
-                                                             : "") {}
+ZelEventData::ZelEventData(ZelEventType type) : m_type(type), m_name(nameOf(type)) {}
 
 const char** Zel_GetEventNames() { return g_names.data(); }
 
