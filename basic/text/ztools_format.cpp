@@ -30,8 +30,9 @@ public:
         // One that is not there, as in a zero, would count for nothing so far behind the point.
         constexpr std::uint64_t kLeadingBit = std::uint64_t{1} << kMantissaBits;
         const std::uint64_t mantissa = (bits & (kLeadingBit - 1)) | kLeadingBit;
-        const Wide product = static_cast<Wide>(mantissa) * kPowers[decimals];  // below 2^117
-        const int shift = std::min(kExponentOfMantissa - exponent + 1, 120);   // at least 1
+        const Wide product = static_cast<Wide>(mantissa) *
+                             kPowers[static_cast<std::size_t>(decimals)];     // below 2^117
+        const int shift = std::min(kExponentOfMantissa - exponent + 1, 120);  // at least 1
         const Wide half = Wide{1} << (shift - 1);
         const Wide floor = product >> shift;
         const Wide rest = product - (floor << shift);

@@ -97,12 +97,20 @@ std::size_t maskedSize(std::string_view text, const EitherByte& special) {
 // Text is changed in pieces, in a buffer that stays in the processor's cache.
 constexpr std::size_t kPiece = 1024;
 
+SV::String textOf(const char* begin, const char* end) {
+    return {begin, static_cast<std::size_t>(end - begin)};
+}
+
 // `quote` stands around it.
 SV::String maskedText(std::string_view text, char special, char escape, std::string_view quote) {
     const EitherByte candidates(special, escape);
-    char buffer[2 * kPiece];
+    char buffer[2 * kPiece + 2];
+    if (text.size() <= kPiece) {
+        char* const begin = std::ranges::copy(quote, buffer).out;
+        return textOf(buffer, std::ranges::copy(quote, mask(text, candidates, escape, begin)).out);
+    }
     SV::String masked(quote);
-    if (text.size() > kPiece) masked.reserve(maskedSize(text, candidates) + 2 * quote.size());
+    masked.reserve(maskedSize(text, candidates) + 2 * quote.size());
     for (; !text.empty(); text.remove_prefix(std::min(kPiece, text.size()))) {
         const char* const end = mask(text.substr(0, kPiece), candidates, escape, buffer);
         masked.append(buffer, static_cast<std::size_t>(end - buffer));
@@ -132,11 +140,12 @@ SV::String Zel_Mask(const char* text, char special, char escape) {
 SV::String Zel_Unmask(const char* text, char escape) {
     std::string_view source = text ? text : "";
     if (!hasOneOf(source, EitherByte(escape, escape))) return SV::String(source);
-    SV::String unmasked;
-    if (source.size() > kPiece) unmasked.reserve(source.size());
     char buffer[kPiece];
-    for (bool wasEscape = false; !source.empty();
-         source.remove_prefix(std::min(kPiece, source.size()))) {
+    bool wasEscape = false;
+    if (source.size() <= kPiece) return textOf(buffer, unmask(source, escape, wasEscape, buffer));
+    SV::String unmasked;
+    unmasked.reserve(source.size());
+    for (; !source.empty(); source.remove_prefix(std::min(kPiece, source.size()))) {
         const char* const end = unmask(source.substr(0, kPiece), escape, wasEscape, buffer);
         unmasked.append(buffer, static_cast<std::size_t>(end - buffer));
     }

@@ -55,10 +55,11 @@ public:
         if (m_digitCount != 0) readExponent();
     }
 
-    std::optional<double> exactValue() const;
-    double value() const;
+    // Nothing when there are no digits.
+    std::optional<double> value() const;
 
 private:
+    std::optional<double> exactValue() const;
     void readDigits();
     void readExponent();
     bool isHuge() const { return m_significantCount * Notation::kDigitExponent + m_exponent > 0; }
@@ -67,7 +68,7 @@ private:
     const char* const m_begin;
     const char* m_end;
     const char* m_separator = nullptr;
-    std::uint64_t m_digits = 0;  // while they are not too many
+    std::uint64_t m_digits = 0;  // meaningless when there are many
     std::int64_t m_digitCount = 0;
     std::int64_t m_significantCount = 0;  // from the first that is not 0
     std::int64_t m_exponent = 0;
@@ -114,61 +115,43 @@ double Number<Notation>::valueOf(const char* begin) const {
     return value;
 }
 
-// Integers up to 2^53 and powers of ten up to 10^22 are exact in a double, so that one operation on
-// them rounds as the value itself does (W. Clinger, "How to Read Floating Point Numbers
-// Accurately").
+// Integers of 15 digits and powers of ten up to 10^22 are exact in a double, so that one operation
+// on them rounds as the value itself does (W. Clinger, "How to Read Floating Point Numbers
+// Accurately"). Asking for the digits' count and not their value lets the processor go on before it
+// has that.
 template <>
 std::optional<double> Number<Decimal>::exactValue() const {
     static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                          1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                          1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    constexpr std::int64_t kMaxDigits = 19;  // of a 64-bit integer
+    constexpr std::int64_t kMaxDigits = 15;
     constexpr std::int64_t kMaxExponent = std::size(kPowers) - 1;
-    if (m_significantCount > kMaxDigits || m_digits > std::uint64_t{1} << 53) return std::nullopt;
+    if (m_significantCount > kMaxDigits) return std::nullopt;
     if (m_exponent > kMaxExponent || m_exponent < -kMaxExponent) return std::nullopt;
     const auto digits = static_cast<double>(m_digits);
     return m_exponent < 0 ? digits / kPowers[-m_exponent] : digits * kPowers[m_exponent];
 }
 
+template <>
+std::optional<double> Number<Hexadecimal>::exactValue() const {
+    return std::nullopt;
+}
+
 template <typename Notation>
-double Number<Notation>::value() const {
+std::optional<double> Number<Notation>::value() const {
+    if (m_digitCount == 0) return std::nullopt;
     if (m_significantCount == 0) return 0.0;
+    if (const auto exact = exactValue()) return exact;
     if (!m_separator || *m_separator == '.') return valueOf(m_begin);
-    std::string copy(m_begin, m_end);
-    copy[static_cast<std::size_t>(m_separator - m_begin)] = '.';
-    return valueOf(copy.data());
-}
-
-constexpr std::size_t kUsualSize = 128;  // in which nearly all numbers end
-
-// The value of a text shorter than that; nothing for what is out of range.
-std::optional<double> usualValue(const char* text, std::size_t size) {
-    char copy[kUsualSize];
-    double value = 0;
-    auto result = std::from_chars(text, text + size, value);
-    const std::string_view read(text, static_cast<std::size_t>(result.ptr - text));
-    if (*result.ptr == ',' && read.find_first_not_of("0123456789") == std::string_view::npos) {
-        std::memcpy(copy, text, size);
-        copy[read.size()] = '.';
-        value = 0;
-        result = std::from_chars(copy, copy + size, value);
-    }
-    if (result.ec == std::errc::result_out_of_range) return std::nullopt;
-    return value;
-}
-
-double decimalValue(const char* text) {
-    if (!isSeparator(*text) && Decimal::digitOf(*text) > 9) return 0.0;
-    // Few digits are quicker read here, more of them there.
-    constexpr std::size_t kFew = 16;
-    if (std::memchr(text, '\0', kFew + 1)) {
-        if (const auto value = Number<Decimal>(text).exactValue()) return *value;
-    }
-    if (const void* const end = std::memchr(text, '\0', kUsualSize)) {
-        const auto size = static_cast<std::size_t>(static_cast<const char*>(end) - text);
-        if (const auto value = usualValue(text, size)) return *value;
-    }
-    return Number<Decimal>(text).value();
+    const auto size = static_cast<std::size_t>(m_end - m_begin);
+    const auto valueWithPoint = [&](char* copy) {
+        std::memcpy(copy, m_begin, size);
+        copy[m_separator - m_begin] = '.';
+        return valueOf(copy);
+    };
+    char buffer[128];
+    return size <= sizeof buffer ? valueWithPoint(buffer)
+                                 : valueWithPoint(std::string(size, '\0').data());
 }
 
 bool isHexadecimal(const char* text) {
@@ -182,10 +165,11 @@ bool beginsWith(const char* text, const char* word) {
     return *word == '\0';
 }
 
-double magnitude(const char* text) {
+std::optional<double> magnitude(const char* text) {
     if (beginsWith(text, "inf")) return std::numeric_limits<double>::infinity();
     if (beginsWith(text, "nan")) return std::numeric_limits<double>::quiet_NaN();
-    return isHexadecimal(text) ? Number<Hexadecimal>(text + 2).value() : decimalValue(text);
+    return isHexadecimal(text) ? Number<Hexadecimal>(text + 2).value()
+                               : Number<Decimal>(text).value();
 }
 
 }  // namespace
@@ -195,6 +179,7 @@ double zel_atof(const char* text) {
     while (isSpace(*text)) ++text;
     const bool isNegative = *text == '-';
     if (isNegative || *text == '+') ++text;
-    const double value = magnitude(text);
-    return isNegative ? -value : value;
+    const std::optional<double> value = magnitude(text);
+    if (!value) return 0.0;  // without the sign
+    return isNegative ? -*value : *value;
 }
