@@ -3,7 +3,6 @@
 #pragma once
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 
@@ -31,6 +30,9 @@ constexpr char* writeTwoDigits(char* out, int number) {
 // characters, unless the width is larger.
 inline char* writePadded(char* out, std::int32_t number, std::ptrdiff_t width) {
     if (width == 2 && number >= 0 && number < 100) return writeTwoDigits(out, number);
+    if (width <= 4 && number >= 1000 && number < 10000) {
+        return writeTwoDigits(writeTwoDigits(out, number / 100), number % 100);
+    }
     auto magnitude = static_cast<std::uint32_t>(number);
     if (number < 0) {
         magnitude = 0 - magnitude;
@@ -38,8 +40,10 @@ inline char* writePadded(char* out, std::int32_t number, std::ptrdiff_t width) {
         --width;
     }
     char digits[10];
-    const std::ptrdiff_t length =
-        std::to_chars(digits, digits + sizeof digits, magnitude).ptr - digits;
-    if (width > length) out = std::fill_n(out, width - length, '0');
-    return std::copy_n(digits, length, out);
+    char* const last = digits + sizeof digits;
+    char* first = last;
+    do *--first = static_cast<char>('0' + magnitude % 10);
+    while ((magnitude /= 10) != 0);
+    if (width > last - first) out = std::fill_n(out, width - (last - first), '0');
+    return std::copy(first, last, out);
 }

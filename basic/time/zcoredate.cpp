@@ -1,6 +1,6 @@
 // Dates and date-times as texts.
 
-#include <cstring>
+#include <cstddef>
 #include <optional>
 
 #include "time/digits.h"
@@ -10,20 +10,23 @@
 
 namespace {
 
-// As long as is of interest: no more than `most` + 1 characters are looked at.
-std::size_t lengthOf(const char* text, std::size_t most) {
-    const void* const end = text ? std::memchr(text, '\0', most + 1) : text;
-    return end ? static_cast<std::size_t>(static_cast<const char*>(end) - text) : most + 1;
+// Reads `count` digits and the character behind them, which are left behind; -1 without those.
+// Nothing is read behind the end of the text.
+int take(const char*& text, std::size_t count, char behind) {
+    const int number = readDigits(text, count);
+    if (number < 0 || text[count] != behind) return -1;
+    text += count + 1;
+    return number;
 }
 
-// The day in a text that has at least the 10 characters of one.
-std::optional<SV::Date> parseDate(const char* text) {
-    if (text[4] != ':' || text[7] != ':') return std::nullopt;
-    const int year = readDigits(text, 4);
-    const int month = readDigits(text + 5, 2);
-    const int day = readDigits(text + 8, 2);
-    // The rules below see to 0 and -1 in months and days.
-    if (year < 1 || !ZelDate::DayIsValidForMonth(day, month - 1, ZelDate::IsLeapYear(year))) {
+std::optional<SV::Date> takeDate(const char*& text, char behind) {
+    const int year = take(text, 4, ':');
+    if (year < 1) return std::nullopt;
+    const int month = take(text, 2, ':');
+    if (month < 0) return std::nullopt;
+    const int day = take(text, 2, behind);
+    // Month and day 0 are no more valid than what is no number.
+    if (!ZelDate::DayIsValidForMonth(day, month - 1, ZelDate::IsLeapYear(year))) {
         return std::nullopt;
     }
     return SV::Date(day, month, year);
@@ -35,15 +38,21 @@ struct TimeOfDay {
     int second;
 };
 
-// The time in a text that has at least the 8 characters of one.
-std::optional<TimeOfDay> parseTime(const char* text) {
-    if (text[2] != ':' || text[5] != ':') return std::nullopt;
-    const TimeOfDay time = {readDigits(text, 2), readDigits(text + 3, 2), readDigits(text + 6, 2)};
-    const auto isWithin = [](int value, int limit) { return value >= 0 && value < limit; };
-    if (!isWithin(time.hour, 24) || !isWithin(time.minute, 60) || !isWithin(time.second, 60)) {
-        return std::nullopt;
-    }
-    return time;
+std::optional<TimeOfDay> takeTime(const char*& text) {
+    const int hour = take(text, 2, ':');
+    if (hour < 0 || hour >= 24) return std::nullopt;
+    const int minute = take(text, 2, ':');
+    if (minute < 0 || minute >= 60) return std::nullopt;
+    const int second = take(text, 2, '\0');
+    if (second < 0 || second >= 60) return std::nullopt;
+    return TimeOfDay{hour, minute, second};
+}
+
+// The hundredths stay, and so does the sign.
+void change(SV::Time& time, const TimeOfDay& fields) {
+    constexpr SV::Time kZero(0, 0);
+    const SV::Time changed(fields.hour, fields.minute, fields.second, time.Get100Sec());
+    time = time < kZero ? kZero - changed : changed;
 }
 
 }  // namespace
@@ -57,9 +66,8 @@ SV::String ZelCoreDate::GetDisplayString(bool longForm) const {
 }
 
 bool ZelCoreDate::_ImpParse(const char* text, SV::Date* target) {
-    constexpr std::size_t kLength = 10;
-    if (lengthOf(text, kLength) != kLength) return false;
-    const std::optional<SV::Date> date = parseDate(text);
+    if (!text) return false;
+    const std::optional<SV::Date> date = takeDate(text, '\0');
     if (date && target) *target = *date;
     return date.has_value();
 }
@@ -73,18 +81,12 @@ SV::String ZelCoreDateTime::GetDisplayString(bool longForm) const {
 }
 
 bool ZelCoreDateTime::_ImpParse(const char* text, SV::Date* date, SV::Time* time) {
-    constexpr std::size_t kLength = 19;
-    constexpr std::size_t kBlank = 10;
-    if (lengthOf(text, kLength) != kLength || text[kBlank] != ' ') return false;
-    const std::optional<SV::Date> day = parseDate(text);
+    if (!text) return false;
+    const std::optional<SV::Date> day = takeDate(text, ' ');
     if (!day) return false;
-    const std::optional<TimeOfDay> ofDay = parseTime(text + kBlank + 1);
+    const std::optional<TimeOfDay> ofDay = takeTime(text);
     if (!ofDay) return false;
     if (date) *date = *day;
-    if (time) {
-        time->ChangeHour(ofDay->hour);
-        time->ChangeMin(ofDay->minute);
-        time->ChangeSec(ofDay->second);
-    }
+    if (time) change(*time, *ofDay);
     return true;
 }

@@ -30,8 +30,14 @@ struct Fields {
     std::int32_t seconds;
 };
 
+// The system's `floor` is a call; numbers as small as durations have a faster way.
+double roundedDown(double value) {
+    if (!(value >= 0 && value < kExactIntegers)) return std::floor(value);
+    return static_cast<double>(static_cast<std::int64_t>(value));
+}
+
 bool isExactLength(double seconds) {
-    return seconds >= 1 && seconds < kExactIntegers && seconds == std::floor(seconds);
+    return seconds >= 1 && seconds < kExactIntegers && seconds == roundedDown(seconds);
 }
 
 // With whole numbers doubles and integers give the same, and integers are faster.
@@ -54,7 +60,7 @@ Fields fieldsOfWhole(Integer seconds, Integer perDay, Integer perYear) {
 
 // How many times `unit` goes into `rest`, which keeps what is left.
 double takeOut(double& rest, double unit) {
-    const double count = std::floor(rest / unit);
+    const double count = roundedDown(rest / unit);
     rest -= count * unit;
     return count;
 }
@@ -79,8 +85,9 @@ Fields fieldsOf(double seconds, double perDay, double perYear) {
 
 // As `printf` does with "%02.0f".
 char* writeYears(char* out, double years) {
-    if (years < 100 && years >= 0 && !std::signbit(years)) {
-        return writeTwoDigits(out, static_cast<int>(years));
+    constexpr double kFewYears = 1e9;
+    if (years < kFewYears && years >= 0 && !std::signbit(years)) {
+        return writePadded(out, static_cast<std::int32_t>(years), 2);
     }
     if (std::isnan(years)) return std::copy_n("nan", 3, out);  // whatever its sign
     return std::to_chars(out, out + kMostYearsLength, years, std::chars_format::fixed, 0).ptr;
@@ -140,10 +147,11 @@ double ZelCoreTime::_s2d(const char* text) const {
 const SV::String& ZelCoreTime::_d2s(double seconds) const {
     const Fields fields = fieldsOf(seconds + 0.5, secondsPerDay(), secondsPerYear());
     char text[kMostYearsLength + kMostTailLength];
+    std::fill_n(text, SV::String::kInlineCapacity, '\0');  // all of which is copied below
     char* end = writeYears(text, fields.years);
     end = writeField(end, fields.days, 3);
     end = writeField(end, fields.hours, 2);
     end = writeField(end, fields.minutes, 2);
     end = writeField(end, fields.seconds, 2);
-    return m_text.assign(text, static_cast<std::size_t>(end - text));
+    return m_text.assignPadded(text, static_cast<std::size_t>(end - text));
 }

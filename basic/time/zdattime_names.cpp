@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "diag/librarytext.h"
+#include "time/names.h"
 #include "zbasic/zdattime.h"
 
 namespace {
@@ -28,7 +29,10 @@ public:
         return m_names[place];
     }
     static bool has(int index) { return index >= 0 && index < kCount; }
-    SV::String getOrNone(int index) { return has(index) ? get(index) : SV::String(); }
+    const SV::String& getOrNone(int index) {
+        static const SV::String none;
+        return has(index) ? get(index) : none;
+    }
     // The first one with that name, or `kCount`.
     int find(const SV::String& name) {
         int index = 0;
@@ -71,19 +75,23 @@ WeekdayNames& weekdays() {
 
 }  // namespace
 
+const SV::String& monthName(int month) { return months().getOrNone(month); }
+
+const SV::String& weekdayName(int weekday) { return weekdays().getOrNone(weekday); }
+
 bool ZelDate::MonthToStr(int month, SV::String& name) {
-    name = months().getOrNone(month);
+    name = monthName(month);
     return MonthIsValid(month);
 }
 
-SV::String ZelDate::MonthToStr(int month) { return months().getOrNone(month); }
+SV::String ZelDate::MonthToStr(int month) { return monthName(month); }
 
 bool ZelDate::WeekdayToStr(int weekday, SV::String& name) {
-    name = weekdays().getOrNone(weekday);
+    name = weekdayName(weekday);
     return WeekdayIsValid(weekday);
 }
 
-SV::String ZelDate::WeekdayToStr(int weekday) { return weekdays().getOrNone(weekday); }
+SV::String ZelDate::WeekdayToStr(int weekday) { return weekdayName(weekday); }
 
 bool ZelDate::WeekdayToStr(const SV::DayOfWeek& day, SV::String& name) {
     // Relied on by callers: what is no day leaves the name as it was.

@@ -486,4 +486,7 @@ TEST(CoreDate, KnowsItsTexts) {
     EXPECT_TRUE(OpenDateTime::_ImpParse("2024:02:29 23:58:59", &date, &time));
     EXPECT_EQ(date, SV::Date(29, 2, 2024));
     EXPECT_EQ(time, SV::Time(23, 58, 59, 7)) << "the hundredths stay";
+    time = SV::Time(0, 0) - kTime;
+    EXPECT_TRUE(OpenDateTime::_ImpParse("2024:02:29 00:00:01", nullptr, &time));
+    EXPECT_EQ(time, SV::Time(0, 0) - SV::Time(0, 0, 1, 7)) << "and the sign";
 }
