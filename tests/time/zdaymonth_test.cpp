@@ -2,13 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <memory>
 #include <string>
 
-#include "support/box_watcher.h"
 #include "support/child.h"
+#include "sv/application.h"
 #include "sv/resource.h"
 #include "sv/window.h"
+#include "zbasic/zcmdline.h"
 #include "zbasic/zdattime.h"
 
 #include <windows.h>
@@ -17,6 +19,7 @@
 namespace {
 
 constexpr char kEnglish[] = "language\\1033\\zbasic18.dll";
+constexpr SV::ResId kDayMonth(ZelDayMonthControl::kResource, SV::ResId::kDialog);
 constexpr char kGerman[] = "language\\1031\\zbasic18.dll";
 
 // Texts and dialogs come from one language while it lives.
@@ -56,11 +59,37 @@ protected:
 
     const Language language{kEnglish};
     SV::MDIFrame frame{"Days"};
-    ZelDayMonthControl control{&frame, SV::ResId(ZelDayMonthControl::kResource, SV::ResId::kDialog),
-                               0, 0};
+    ZelDayMonthControl control{&frame, kDayMonth, 0, 0};
 };
 
 }  // namespace
+
+// Selects months that there are not; internal errors go to standard error.
+CHILD_MAIN(dayMonthFault) {
+    char console[] = "-console";
+    char* arguments[] = {argv[0], console, nullptr};
+    ZelCmdline::init(2, arguments, false, "");
+    SV::Application application;
+    SV::Application::SetModalDialogSuppression(true);
+    const Language language(kEnglish);
+    SV::MDIFrame frame("Days");
+    ZelDayMonthControl control(&frame, kDayMonth, 0, 0);
+    control.SetMonth(7);
+    control.SetMonth(12);
+    control.SetMonthString("august");
+    std::printf("%d\n", control.GetMonth());
+    return 0;
+}
+
+TEST(DayMonthFault, IsReportedAndChangesNothing) {
+    ChildOptions options;
+    options.environment = {"TEMP=Z:\\no such folder", "TMP=Z:\\no such folder"};
+    const ChildResult result = runChild("dayMonthFault", {}, options);
+    EXPECT_EQ(result.out, "7\n");
+    const std::string report = "[dEM] zdattime.cpp (984): zdattime-984 ";
+    EXPECT_EQ(result.err.find(report), 0u) << result.err;
+    EXPECT_NE(result.err.find(report, 1), std::string::npos) << result.err;
+}
 
 TEST(Names, FollowTheLanguage) {
     EXPECT_EQ(ZelDate::MonthToStr(2), "March");
@@ -184,8 +213,7 @@ TEST_F(DayMonth, IsEnabledAndResizedAsOne) {
     RECT open;
     ::SendMessageA(list(), CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&open));
     EXPECT_GT(open.bottom - open.top, 100) << "the open list has room for its months";
-    const ZelDayMonthControl given(
-        &frame, SV::ResId(ZelDayMonthControl::kResource, SV::ResId::kDialog), 70, 130);
+    const ZelDayMonthControl given(&frame, kDayMonth, 70, 130);
     EXPECT_EQ(given.GetMFWidth(), 70);
     EXPECT_EQ(given.GetLBWidth(), 130);
 }
