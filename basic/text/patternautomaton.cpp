@@ -1,7 +1,6 @@
 #include "text/patternautomaton.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace {
@@ -10,7 +9,6 @@ using Operation = PatternProgram::Operation;
 
 constexpr std::size_t kMaxMemory = std::size_t{4} << 20;
 constexpr std::size_t kStateOverhead = 128;
-constexpr std::size_t kPairs = 65536;
 
 }  // namespace
 
@@ -117,7 +115,7 @@ PatternAutomaton::Entry PatternAutomaton::run(Entry state, std::string_view text
 }
 
 void PatternAutomaton::findFirstPairs() {
-    m_firstPairs.assign(kPairs / 64, 0);
+    m_firstPairs.assign(256, {});
     const Threads atRest = stateOf(m_rest).threads;
     for (const unsigned char first : m_program.classes) {
         Threads behind;
@@ -129,7 +127,11 @@ void PatternAutomaton::findFirstPairs() {
                                 m_program.accepts(instruction, first);
             if (isStep) follow(behind, instruction.next, false, false);
         }
-        if (!behind.empty()) addPairs(first, secondBytes(behind));
+        if (behind.empty()) continue;
+        const ByteSet seconds = secondBytes(behind);
+        for (std::size_t byte = 0; byte < 256; ++byte) {
+            if (m_program.classOf[byte] == m_program.classOf[first]) m_firstPairs[byte] = seconds;
+        }
     }
 }
 
@@ -144,27 +146,14 @@ ByteSet PatternAutomaton::secondBytes(const Threads& threads) const {
     return bytes;
 }
 
-void PatternAutomaton::addPairs(unsigned char firstOfClass, const ByteSet& seconds) {
-    ByteSet firsts;
-    const std::uint8_t number = m_program.classOf[firstOfClass];
-    for (std::size_t byte = 0; byte < 256; ++byte) {
-        if (m_program.classOf[byte] == number) firsts.add(static_cast<unsigned char>(byte));
-    }
-    seconds.forEach([&](unsigned char second) {
-        firsts.forEach([&](unsigned char first) {
-            const std::size_t pair = std::size_t{second} << 8 | first;
-            m_firstPairs[pair / 64] |= std::uint64_t{1} << pair % 64;
-        });
-    });
-}
-
 // The last byte is nowhere skipped: it has no second one.
 std::size_t PatternAutomaton::skipToPair(std::string_view text, std::size_t pos) const {
-    const std::uint64_t* const pairs = m_firstPairs.data();
+    const ByteSet* const pairs = m_firstPairs.data();
+    auto first = static_cast<unsigned char>(text[pos]);
     for (; pos + 1 < text.size(); ++pos) {
-        std::uint16_t pair;
-        std::memcpy(&pair, text.data() + pos, sizeof pair);  // x86: the second byte is the high one
-        if (pairs[pair / 64] >> pair % 64 & 1) break;
+        const auto second = static_cast<unsigned char>(text[pos + 1]);
+        if (pairs[first].contains(second)) break;
+        first = second;
     }
     return pos;
 }

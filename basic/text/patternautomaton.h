@@ -67,7 +67,6 @@ private:
     Entry withoutSearch(Entry state);
     void findFirstPairs();
     ByteSet secondBytes(const Threads& threads) const;
-    void addPairs(unsigned char firstOfClass, const ByteSet& seconds);
     std::size_t skipToPair(std::string_view text, std::size_t pos) const;
     Entry makeTransition(Entry row, std::uint8_t column);
     Entry stateFor(const Threads& threads);
@@ -87,9 +86,9 @@ private:
     std::size_t m_memory = 0;
     Entry m_starts[2][2];  // by `isSearch` and place; `kUnknown` until needed
     Entry m_rest = 0;      // the one of a search within the text: no match has begun
-    // Two bytes that lead from there to more than back there, as a set of numbers: the second byte
-    // times 256 and the first.
-    std::vector<std::uint64_t> m_firstPairs;
+    // Two bytes that lead from there to more than back there: by the first, the second ones. Empty
+    // until needed.
+    std::vector<ByteSet> m_firstPairs;
 
     std::vector<std::uint32_t> m_seen;  // by instruction: the set it was last added to
     std::uint32_t m_setNumber = 0;

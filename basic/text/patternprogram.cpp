@@ -1,8 +1,5 @@
 #include "text/patternprogram.h"
 
-#include <map>
-#include <utility>
-
 namespace {
 
 using Kind = PatternNode::Kind;
@@ -87,21 +84,26 @@ PatternProgram::PatternProgram(const PosixPattern& pattern, Direction direction)
     searchLoop = writer.add(Operation::kSet, searchEntry, anyByte);
     code[searchEntry].other = searchLoop;
 
-    std::array<std::uint8_t, 256> numbers{};
-    std::uint32_t count = 1;
+    divideIntoClasses();
+}
+
+// Each set divides the classes that there are into bytes that it has and those that it lacks.
+void PatternProgram::divideIntoClasses() {
+    constexpr int kNone = -1;
+    int count = 1;
     for (const ByteSet& set : sets) {
-        std::map<std::pair<std::uint8_t, bool>, std::uint8_t> parts;
-        for (std::size_t byte = 0; byte < numbers.size(); ++byte) {
-            const bool isIn = set.contains(static_cast<unsigned char>(byte));
-            const auto number = static_cast<std::uint8_t>(parts.size());
-            numbers[byte] = parts.try_emplace({numbers[byte], isIn}, number).first->second;
+        std::array<std::array<int, 2>, 256> parts;
+        for (auto& part : parts) part.fill(kNone);
+        count = 0;
+        for (std::size_t byte = 0; byte < classOf.size(); ++byte) {
+            int& number = parts[classOf[byte]][set.contains(static_cast<unsigned char>(byte))];
+            if (number == kNone) number = count++;
+            classOf[byte] = static_cast<std::uint8_t>(number);
         }
-        count = static_cast<std::uint32_t>(parts.size());
-        if (count == numbers.size()) break;
+        if (count == static_cast<int>(classOf.size())) break;
     }
-    classOf = numbers;
-    classes.resize(count);
-    for (std::size_t byte = 0; byte < numbers.size(); ++byte) {
-        classes[numbers[byte]] = static_cast<unsigned char>(byte);
+    classes.resize(static_cast<std::size_t>(count));
+    for (std::size_t byte = 0; byte < classOf.size(); ++byte) {
+        classes[classOf[byte]] = static_cast<unsigned char>(byte);
     }
 }

@@ -36,4 +36,7 @@ struct PatternProgram {
     bool accepts(const Instruction& instruction, unsigned char byte) const {
         return instruction.other == anyByte || sets[instruction.other].contains(byte);
     }
+
+private:
+    void divideIntoClasses();
 };
