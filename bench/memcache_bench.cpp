@@ -13,11 +13,7 @@
 #ifdef _WIN32
 #include <windows.h>
 #else
-#include <mimalloc.h>
-
-// The C library's own, whose usual names mimalloc takes.
-extern "C" void* __libc_malloc(std::size_t size);
-extern "C" void __libc_free(void* data);
+#include <dlfcn.h>
 #endif
 
 namespace {
@@ -32,16 +28,33 @@ struct Allocator {
     void (*free)(void* data);
 };
 
+ZelMemCache g_cache;
+
+#ifndef _WIN32
+// Loaded, not linked: a program that links it has no other heap.
+template <typename Function>
+Function* fromMimalloc(const char* name) {
+    static void* const library = ::dlopen("libmimalloc.so.2", RTLD_NOW | RTLD_LOCAL);
+    void* const function = library ? ::dlsym(library, name) : nullptr;
+    if (!function) {
+        std::fprintf(stderr, "mimalloc is missing: %s\n", ::dlerror());
+        std::exit(1);
+    }
+    return reinterpret_cast<Function*>(function);
+}
+#endif
+
 const Allocator kAllocators[] = {
-    {"cache", [](std::size_t size) { return ZelMemCache::General().Alloc(size); },
-     [](void* data) { ZelMemCache::General().Free(data); }},
+    {"cache", [](std::size_t size) { return g_cache.Alloc(size); },
+     [](void* data) { g_cache.Free(data); }},
 #ifdef _WIN32
     {"process heap", [](std::size_t size) { return ::HeapAlloc(::GetProcessHeap(), 0, size); },
      [](void* data) { ::HeapFree(::GetProcessHeap(), 0, data); }},
     {"malloc", std::malloc, std::free},
 #else
-    {"process heap", __libc_malloc, __libc_free},
-    {"mimalloc", mi_malloc, mi_free},
+    {"process heap", std::malloc, std::free},
+    {"mimalloc", fromMimalloc<void*(std::size_t)>("mi_malloc"),
+     fromMimalloc<void(void*)>("mi_free")},
 #endif
 };
 
