@@ -28,6 +28,8 @@ Failure failureOfSystem(const char* what) {
     return {ZelWholeFileReader::kNotReadable, what + lastSystemMessage()};
 }
 
+Failure tooLarge() { return {ZelWholeFileReader::kTooLarge, "is larger than 2 GB"}; }
+
 class WholeFile {
 public:
     explicit WholeFile(const SV::String& fileName) : m_file(openInputFile(fileName.c_str())) {}
@@ -54,12 +56,13 @@ std::optional<Failure> WholeFile::read(SV::String& content, bool keepsBytes) {
     if (m_file == noInputFile()) return failureOfSystem("cannot be opened: ");
     const std::optional<std::int64_t> size = inputFileSize(m_file);
     if (!size) return failureOfSystem("cannot be read: ");
-    if (*size <= kLargestFile) content.reserve(static_cast<std::size_t>(*size));
-    for (std::int64_t rest = kLargestFile; *size <= kLargestFile;) {  // which may still grow
+    if (*size > kLargestFile) return tooLarge();
+    content.reserve(static_cast<std::size_t>(*size));
+    for (std::int64_t sum = 0;;) {
         const auto count = readInputFile(m_file, m_block.get() + m_size, kBlockSize);
         if (!count) return failureOfSystem("cannot be read: ");
-        rest -= *count;
-        if (rest < 0) break;
+        sum += *count;
+        if (sum > kLargestFile) return tooLarge();  // it has grown meanwhile
         m_size += static_cast<std::size_t>(*count);
         const bool isEnd = *count == 0;
         if (!append(content, keepsBytes, isEnd)) {
@@ -68,7 +71,6 @@ std::optional<Failure> WholeFile::read(SV::String& content, bool keepsBytes) {
         }
         if (isEnd) return std::nullopt;
     }
-    return Failure{ZelWholeFileReader::kTooLarge, "is larger than 2 GB"};
 }
 
 // Takes what can be taken of the block. False at `m_offset` where it is not UTF-8.

@@ -32,7 +32,7 @@ void ZelSystemFileManager::splitFileName(const SV::String& path, SV::String& dri
                                          SV::String& extension, bool keepsDot) {
     std::string_view rest = path;
     const auto take = [&rest](std::size_t size) {
-        const SV::String part(rest.substr(0, size));
+        SV::String part(rest.substr(0, size));
         rest.remove_prefix(size);
         return part;
     };
