@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "sv/datetime.h"
 
@@ -14,11 +15,14 @@ public:
 
     const SV::Date& date() const { return m_date; }
     // As stamps have them: "2024.03.05" and "14:07:09".
-    const char* dateText() const { return m_dateText; }
-    const char* timeText() const { return m_timeText; }
+    std::string_view dateText() const { return {m_dateText, kDateSize}; }
+    std::string_view timeText() const { return {m_timeText, kTimeSize}; }
     unsigned millisecond() const { return m_millisecond; }
 
 private:
+    static constexpr std::size_t kDateSize = 10;
+    static constexpr std::size_t kTimeSize = 8;
+
     void toLocal(std::uint64_t ticks);
 
     std::uint64_t m_second = 0;  // of the system's clock; no clock shows its first one

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <cstdarg>
+#include <cstring>
+#include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 #include "diag/format.h"
 #include "diag/librarytext.h"
@@ -10,6 +14,7 @@
 #include "diag/logdate.h"
 #include "diag/logfile.h"
 #include "diag/logtext.h"
+#include "diag/plainformat.h"
 #include "sv/international.h"
 #include "zbasic/ztrace.h"
 
@@ -21,6 +26,7 @@ constexpr unsigned kDateNotRead = 47;
 constexpr unsigned kNotEmptied = 78;
 constexpr std::uint32_t kDBLogFileText = 3346;
 
+constexpr std::size_t kMillisecondsRoom = 16;
 constexpr std::size_t kUsualEntry = 1024;  // bytes; longer ones go over the heap
 
 struct FileCloser {
@@ -56,6 +62,14 @@ void pruneBackups(const SV::DirEntry& log, std::int32_t count) {
     const SV::Dir backups(backupPattern(log));
     const auto kept = static_cast<std::size_t>(std::max(count, 0));
     for (std::size_t i = 0; i + kept < backups.Count(); ++i) backups[i].Kill();
+}
+
+void appendFormatted(std::string& text, const char* format, std::va_list args) {
+    const int size = std::vsnprintf(nullptr, 0, format, args);
+    if (size <= 0) return;
+    const std::size_t start = text.size();
+    text.resize(start + static_cast<std::size_t>(size));
+    std::vsnprintf(text.data() + start, static_cast<std::size_t>(size) + 1, format, args);
 }
 
 }  // namespace
@@ -135,36 +149,37 @@ bool ZelBasicFileLogger::addEntry(Caller caller, const char* format, char* args)
 void ZelBasicFileLogger::writeEntry(Caller caller, const char* format, char* args) {
     // One piece: the stream takes a lock for each, and half of our time goes there.
     char entry[kUsualEntry];
-    const std::size_t start = m_timeStamped ? writeStamp(entry, sizeof entry, caller) : 0;
-    const std::size_t end = m_timeStamped ? 1 : 0;
-    const int formattedSize = std::vsnprintf(entry + start, sizeof entry - start, format, args);
-    const auto size = static_cast<std::size_t>(std::max(formattedSize, 0));
-    if (start + size + end < sizeof entry) {
-        if (m_timeStamped) entry[start + size] = '\n';
-        std::fwrite(entry, 1, start + size + end, m_file.get());
+    const std::size_t start = m_timeStamped ? writeStamp(entry, caller) : 0;
+    const std::span<char> room(entry + start, sizeof entry - start - 1);
+    if (const std::optional<std::size_t> size = formatPlain(room, format, args)) {
+        std::size_t end = start + *size;
+        if (m_timeStamped) entry[end++] = '\n';
+        std::fwrite(entry, 1, end, m_file.get());
         return;
     }
     std::string text(entry, start);
-    text.resize(start + size + 1);
-    std::vsnprintf(text.data() + start, size + 1, format, args);
-    text.resize(start + size);
-    text.append(end, '\n');
+    appendFormatted(text, format, args);
+    if (m_timeStamped) text += '\n';
     std::fwrite(text.data(), 1, text.size(), m_file.get());
 }
 
-std::size_t ZelBasicFileLogger::writeStamp(char* out, std::size_t size, Caller caller) const {
-    const char* const date = m_clock->dateText();
-    const char* const time = m_clock->timeText();
-    int length = 0;
+std::size_t ZelBasicFileLogger::writeStamp(char* out, Caller caller) const {
+    char* place = out;
+    const auto add = [&place](std::string_view text) {
+        std::memcpy(place, text.data(), text.size());
+        place += text.size();
+    };
     // Relied on by callers: the three layouts, of which only one has milliseconds and no end.
-    if (!m_isForCSV) {
-        length = std::snprintf(out, size, "%s, %s: ", date, time);
-    } else if (caller == Caller::kAddText) {
-        length = std::snprintf(out, size, "%s;%s,%03u", date, time, m_clock->millisecond());
+    const bool isBare = m_isForCSV && caller == Caller::kAddText;
+    add(m_clock->dateText());
+    add(!m_isForCSV ? ", " : isBare ? ";" : "; ");
+    add(m_clock->timeText());
+    if (!isBare) {
+        add(": ");
     } else {
-        length = std::snprintf(out, size, "%s; %s: ", date, time);
+        place += std::snprintf(place, kMillisecondsRoom, ",%03u", m_clock->millisecond());
     }
-    return static_cast<std::size_t>(length);
+    return static_cast<std::size_t>(place - out);
 }
 
 void ZelBasicFileLogger::rotateAfterMidnight() {
@@ -194,7 +209,8 @@ void ZelBasicFileLogger::moveToBackup() {
 }
 
 SV::String ZelBasicFileLogger::noticeLine(const SV::String& text) const {
-    return SV::String(m_clock->dateText()) + ", " + m_clock->timeText() + ": " + text + "\n";
+    return SV::String(m_clock->dateText()) + ", " + SV::String(m_clock->timeText()) + ": " + text +
+           "\n";
 }
 
 void ZelBasicFileLogger::addNotice(const SV::String& text) {

@@ -115,7 +115,7 @@ private:
     void moveToBackup();
     void addNotice(const SV::String& text);
     SV::String noticeLine(const SV::String& text) const;
-    std::size_t writeStamp(char* out, std::size_t size, Caller caller) const;
+    std::size_t writeStamp(char* out, Caller caller) const;
 
     SV::String m_path;
     std::unique_ptr<std::FILE, Closer> m_file;
