@@ -1,11 +1,16 @@
-// How log files are opened.
+// How log files are opened and written.
 
 #pragma once
 
 #include <cstdio>
+#include <string_view>
 
 enum class LogFileMode { kRead, kAppend, kEmpty };
 
-// In text mode; null when the system refuses. Other programs may read and write the file, but no
-// child process inherits it: one that still runs would make the next rename fail.
+// Null when the system refuses. Other programs may read and write the file, but no child process
+// inherits it: one that still runs would make the next rename fail.
 std::FILE* openLogFile(const char* path, LogFileMode mode);
+
+// Writes as to a stream in text mode: every "\n" becomes "\r\n". The streams themselves are in
+// binary mode, as the run time's own translation costs more than all else of a short entry.
+bool writeLogText(std::FILE* file, std::string_view text);

@@ -26,6 +26,7 @@ constexpr unsigned kDateNotRead = 47;
 constexpr unsigned kNotEmptied = 78;
 constexpr std::uint32_t kDBLogFileText = 3346;
 
+constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::size_t kMillisecondsRoom = 16;
 constexpr std::size_t kUsualEntry = 1024;  // bytes; longer ones go over the heap
 
@@ -54,7 +55,7 @@ SV::Date dateOfFile(const SV::String& path) {
 void writeLine(const SV::String& path, LogFileMode mode, const SV::String& line, unsigned error) {
     const File file(openLogFile(path.c_str(), mode));
     if (!file) return displayErrorMessage(kSource, error);
-    std::fwrite(line.data(), 1, line.size(), file.get());
+    writeLogText(file.get(), line);
 }
 
 // The names carry the day: the first ones are the oldest.
@@ -94,6 +95,8 @@ bool ZelBasicFileLogger::open(const char* path, bool append) {
     m_fileDate = log.Exists() && !log.IsDirectory() ? dateOfFile(m_path) : m_clock->date();
     if (m_backupCount != 0 && m_fileDate != m_clock->date()) moveToBackup();
     m_file.reset(openLogFile(m_path.c_str(), append ? LogFileMode::kAppend : LogFileMode::kEmpty));
+    // Where each entry is flushed, it goes to the system by itself: half the way of a buffer.
+    if (m_file && m_flushAfterWrite) std::setvbuf(m_file.get(), nullptr, _IONBF, 0);
     return m_file != nullptr;
 }
 
@@ -107,7 +110,7 @@ bool ZelBasicFileLogger::close() {
 bool ZelBasicFileLogger::isOpen() const { return m_file != nullptr; }
 
 bool ZelBasicFileLogger::write(const void* data, std::size_t n) {
-    return m_file && std::fwrite(data, 1, n, m_file.get()) == n;
+    return m_file && writeLogText(m_file.get(), {static_cast<const char*>(data), n});
 }
 
 bool ZelBasicFileLogger::flush() {
@@ -150,17 +153,17 @@ void ZelBasicFileLogger::writeEntry(Caller caller, const char* format, char* arg
     // One piece: the stream takes a lock for each, and half of our time goes there.
     char entry[kUsualEntry];
     const std::size_t start = m_timeStamped ? writeStamp(entry, caller) : 0;
-    const std::span<char> room(entry + start, sizeof entry - start - 1);
-    if (const std::optional<std::size_t> size = formatPlain(room, format, args)) {
-        std::size_t end = start + *size;
-        if (m_timeStamped) entry[end++] = '\n';
-        std::fwrite(entry, 1, end, m_file.get());
+    const std::span<char> room(entry + start, sizeof entry - start - kLineEnd.size());
+    const std::optional<std::size_t> size = formatPlain(room, format, args);
+    if (size && m_timeStamped && !std::memchr(room.data(), '\n', *size)) {
+        std::memcpy(room.data() + *size, kLineEnd.data(), kLineEnd.size());
+        std::fwrite(entry, 1, start + *size + kLineEnd.size(), m_file.get());
         return;
     }
-    std::string text(entry, start);
-    appendFormatted(text, format, args);
+    std::string text(entry, start + size.value_or(0));
+    if (!size) appendFormatted(text, format, args);
     if (m_timeStamped) text += '\n';
-    std::fwrite(text.data(), 1, text.size(), m_file.get());
+    writeLogText(m_file.get(), text);
 }
 
 std::size_t ZelBasicFileLogger::writeStamp(char* out, Caller caller) const {
@@ -216,7 +219,7 @@ SV::String ZelBasicFileLogger::noticeLine(const SV::String& text) const {
 void ZelBasicFileLogger::addNotice(const SV::String& text) {
     const SV::String line = noticeLine(text);
     if (!m_file) return writeLine(m_path, LogFileMode::kAppend, line, kNoticeNotWritten);
-    std::fwrite(line.data(), 1, line.size(), m_file.get());
+    writeLogText(m_file.get(), line);
 }
 
 SV::String Zel_GetDBLogFile() { return libraryText(kDBLogFileText); }
