@@ -35,7 +35,7 @@ expect_lines() {
 }
 
 # Across midnight, on two files; the leap day is a day.
-at '2024-02-28 23:59:58' "$@" --child logAcrossMidnight a.log b.log
+at '2024-02-28 23:59:56' "$@" --child logAcrossMidnight a.log b.log
 expect_files 'a.log a_2024.02.28.log b.log b_2024.02.28.log'
 for name in a b; do
     expect_lines ${name}_2024.02.28.log '2024.02.28|entry' \
@@ -47,7 +47,7 @@ rm b*
 
 # A restart on the same day goes on in the file; then a year's last day passes.
 at '2024-02-29 12:00:00' "$@" --child logAcrossMidnight no_such_folder\\a.log && fail 'opened'
-at '2024-12-31 23:59:59' "$@" --child logAcrossMidnight a.log
+at '2024-12-31 23:59:56' "$@" --child logAcrossMidnight a.log
 # The gap moved the file at opening, so the leap day has its backup, too; two of the three are kept.
 expect_files 'a.log a_2024.02.29.log a_2024.12.31.log'
 expect_lines a_2024.02.29.log '2024.02.29|Moving log file from a.log to a_2024.02.28.log.' \
@@ -56,21 +56,21 @@ expect_lines a_2024.12.31.log '2024.12.31|Moving log file from a.log to a_2024.0
     '2024.12.31|entry' '2025.01.01|Date changed from 12/31/2024 to 1/1/2025.'
 
 # The clock set back behind the file's day, and forward by a year.
-at '2024-06-01 23:59:59' "$@" --child logAcrossMidnight a.log
+at '2024-06-01 23:59:56' "$@" --child logAcrossMidnight a.log
 expect_files 'a.log a_2024.12.31.log a_2025.01.01.log'
-at '2026-06-01 23:59:59' "$@" --child logAcrossMidnight a.log
+at '2026-06-01 23:59:56' "$@" --child logAcrossMidnight a.log
 expect_files 'a.log a_2025.01.01.log a_2026.06.01.log'
 rm a*
 
 # Across both changes to daylight-saving time and back the day changes once.
 for day in 2024-03-30 2024-10-26; do
-    TZ=Europe/Berlin at "$day 23:59:59" "$@" --child logAcrossMidnight a.log
+    TZ=Europe/Berlin at "$day 23:59:56" "$@" --child logAcrossMidnight a.log
     expect_files "a.log a_$(echo $day | tr - .).log"
     rm a*
 done
 
 # Another handle on the file: the rename fails, the old day is lost, the new one is written.
-at '2024-02-28 23:59:58' "$@" --child logHeldAcrossMidnight a.log
+at '2024-02-28 23:59:56' "$@" --child logHeldAcrossMidnight a.log
 expect_files 'a.log'
 expect_lines a.log \
     '2024.02.29|Moving log file from a.log to a_2024.02.28.log. FAILED (EC: 32)!' '2024.02.29|entry'
@@ -90,7 +90,7 @@ rm a*
     trap '' XFSZ
     ulimit -f 1
     yes 'x' | head -c 510 >a.log
-    at '2024-02-28 23:59:58' "$@" --child logAcrossMidnight a.log 2>/dev/null
+    at '2024-02-28 23:59:56' "$@" --child logAcrossMidnight a.log 2>/dev/null
 )
 expect_files 'a.log'
 
@@ -98,7 +98,7 @@ expect_files 'a.log'
 if [ "$(id -u)" != 0 ]; then
     echo '2024.02.28, 1' >a.log
     chmod a-w .
-    at '2024-02-29 23:59:59' "$@" --child logAcrossMidnight a.log || true
+    at '2024-02-29 23:59:56' "$@" --child logAcrossMidnight a.log || true
     chmod u+w .
     grep -q 'FAILED (EC: 5)!' a.log || fail 'a read-only folder'
 fi
