@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "model/encoding.h"
+#include "sv/codepage1252.h"
 #include "sv/string.h"
 
 namespace zelhost {
@@ -18,7 +19,7 @@ void splitByCodePage(std::string_view utf8, IsWanted isWanted, OnRun onRun, OnOt
     while (!utf8.empty()) {
         const auto [character, size] = decodeUtf8(utf8);
         utf8.remove_prefix(size);
-        const std::optional<char> byte = toCodePage1252(character);
+        const std::optional<char> byte = SV::CharacterToCodePage1252(character);
         if (byte && isWanted(character)) {
             run += *byte;
             continue;

@@ -4,15 +4,11 @@
 #include <charconv>
 #include <iterator>
 
+#include "sv/codepage1252.h"
+
 namespace zelhost {
 
 namespace {
-
-// Bytes 0x80 to 0x9F; 0 where the code page has no character.
-constexpr char16_t kUpperControls[] = {
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
 // HTML 4.01 section 24.2, U+00A0 to U+00FF in order.
 constexpr const char* kLatin1Names[] = {
@@ -114,22 +110,6 @@ DecodedCharacter decodeUtf8(std::string_view utf8) {
     return {character, std::min(size, utf8.size())};
 }
 
-char32_t fromCodePage1252(unsigned char byte) {
-    if (byte < 0x80 || byte > 0x9F) return byte;
-    const char32_t character = kUpperControls[byte - 0x80];
-    return character ? character : byte;
-}
-
-std::optional<char> toCodePage1252(char32_t character) {
-    if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) {
-        return static_cast<char>(character);
-    }
-    if (character < 0xA0 || character > 0xFFFF) return std::nullopt;
-    const auto found = std::ranges::find(kUpperControls, static_cast<char16_t>(character));
-    if (found == std::end(kUpperControls)) return std::nullopt;
-    return static_cast<char>(0x80 + (found - std::begin(kUpperControls)));
-}
-
 void decodeEntities(std::string_view text, Encoding encoding, std::string& utf8) {
     utf8.clear();
     while (!text.empty()) {
@@ -144,7 +124,8 @@ void decodeEntities(std::string_view text, Encoding encoding, std::string& utf8)
         if (byte < 0x80 || encoding == Encoding::utf8) {
             utf8 += text[0];
         } else {
-            appendUtf8(utf8, fromCodePage1252(byte));
+            // A byte without a character is the control character of its number.
+            appendUtf8(utf8, SV::CodePage1252ToCharacter(byte).value_or(byte));
         }
         text.remove_prefix(1);
     }

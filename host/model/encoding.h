@@ -23,12 +23,6 @@ struct DecodedCharacter {
 // The character at the start of `utf8`, which is valid and not empty.
 DecodedCharacter decodeUtf8(std::string_view utf8);
 
-// The character of a byte; the five bytes without one are the control characters of their number.
-char32_t fromCodePage1252(unsigned char byte);
-
-// Nothing for a character that the code page lacks, and for U+0080 to U+009F.
-std::optional<char> toCodePage1252(char32_t character);
-
 // Text in `encoding` with its entities replaced, as UTF-8 into `utf8`: the named ones of
 // ISO 8859-1 and of code page 1252, `&apos;`, and `&#228;` or `&#xE4;` of every character but
 // NUL. What only looks like an entity stays as it is.

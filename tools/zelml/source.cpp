@@ -7,7 +7,8 @@
 #include <optional>
 #include <utility>
 
-#include "codepage.h"
+#include "utf8.h"
+#include "sv/codepage1252.h"
 
 namespace {
 
@@ -129,7 +130,7 @@ private:
             return false;
         }
         m_at += decoded.size;
-        const std::optional<char> byte = toCodePage(decoded.character);
+        const std::optional<char> byte = SV::CharacterToCodePage1252(decoded.character);
         if (!byte) {
             error("code page 1252 has no " + nameOf(decoded.character));
         } else if (decoded.character < ' ' && *byte != '\t') {
@@ -195,7 +196,8 @@ void appendSourceCharacter(std::string& line, char byte) {
         line += escape->letter;
         return;
     }
-    const std::optional<char32_t> character = fromCodePage(byte);
+    const std::optional<char32_t> character =
+        SV::CodePage1252ToCharacter(static_cast<unsigned char>(byte));
     if (!character || isInvisible(*character)) {
         line += escapeOf(byte);
     } else {

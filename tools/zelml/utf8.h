@@ -1,18 +1,10 @@
-// Code page 1252 and UTF-8, the same on every system.
+// UTF-8, the same on every system.
 
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
-
-// The byte of a character; nothing when the code page lacks it. The five bytes
-// without a character (81, 8D, 8F, 90, 9D) belong to none.
-std::optional<char> toCodePage(char32_t character);
-
-// The character of a byte; nothing for those five.
-std::optional<char32_t> fromCodePage(char byte);
 
 // One character of a UTF-8 text (RFC 3629): no overlong forms, no surrogates,
 // nothing above U+10FFFF.
