@@ -77,7 +77,7 @@ public:
     String GetEntry(int pos) const;  // empty when there is none
     // Positions count from 0. One that there is not selects nothing.
     void SelectPos(int pos);
-    int GetSelectedPos() const;  // or `kNone`
+    int GetSelectedPos() const;        // or `kNone`
     bool IsSelection(int code) const;  // does this notification say that the user has chosen?
 
     void SetArea(const Area& area) override;  // closed; the open list keeps its height
