@@ -1,6 +1,6 @@
 // Dates and times by pictures.
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 
 #include "time/digits.h"
@@ -23,91 +23,93 @@ constexpr int run(char letter, std::size_t length) {
     return length < 5 ? letter << 4 | static_cast<int>(length) : 0;
 }
 
-constexpr std::size_t kMostFieldSize = 12;  // of a number
+// All pairs of digits, one behind the other.
+constexpr auto kPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}();
 
-// Writes the number that a run stands for; null when it stands for none.
-char* writeField(char* out, const SV::Date& date, int field) {
+// Copied from where they are: what has just been written byte by byte is slow to be copied.
+void appendPair(SV::String& text, int number) {
+    text.append(kPairs.data() + 2 * static_cast<std::size_t>(number), 2);
+}
+
+void appendNumber(SV::String& text, int number, std::ptrdiff_t width) {
+    if (number >= 0 && number < 100 && width == 2) {
+        appendPair(text, number);
+    } else if (number >= 1000 && number < 10000) {
+        appendPair(text, number / 100);
+        appendPair(text, number % 100);
+    } else {
+        char digits[12];
+        text.append(digits, static_cast<std::size_t>(writePadded(digits, number, width) - digits));
+    }
+}
+
+// Appends what a run stands for; false when it stands for itself.
+bool appendField(SV::String& text, const SV::Date& date, int field) {
     switch (field) {
         case run('D', 2):
-            return writePadded(out, date.GetDay(), 2);
+            appendNumber(text, date.GetDay(), 2);
+            return true;
+        case run('D', 3):
+            text += weekdayName(date.GetDayOfWeek());
+            return true;
         case run('M', 2):
-            return writePadded(out, date.GetMonth(), 2);
+            appendNumber(text, date.GetMonth(), 2);
+            return true;
+        case run('M', 3):
+            text += monthName(date.GetMonth() - 1);
+            return true;
         case run('Y', 2):
-            return writePadded(out, date.GetYear() % 100, 2);
+            appendNumber(text, date.GetYear() % 100, 2);
+            return true;
         case run('Y', 4):
-            return writePadded(out, date.GetYear(), 0);
+            appendNumber(text, date.GetYear(), 0);
+            return true;
         default:
-            return nullptr;
+            return false;
     }
 }
 
-char* writeField(char* out, const SV::Time& time, int field) {
+bool appendField(SV::String& text, const SV::Time& time, int field) {
     switch (field) {
         case run('H', 2):
-            return writePadded(out, time.GetHour(), 2);
+            appendNumber(text, time.GetHour(), 2);
+            return true;
         case run('M', 2):
-            return writePadded(out, time.GetMin(), 2);
+            appendNumber(text, time.GetMin(), 2);
+            return true;
         case run('S', 2):
-            return writePadded(out, time.GetSec(), 2);
+            appendNumber(text, time.GetSec(), 2);
+            return true;
         default:
-            return nullptr;
+            return false;
     }
 }
 
-// The name that a run stands for; null when it stands for none.
-const SV::String* nameOf(const SV::Date& date, int field) {
-    if (field == run('D', 3)) return &weekdayName(date.GetDayOfWeek());
-    return field == run('M', 3) ? &monthName(date.GetMonth() - 1) : nullptr;
-}
-
-const SV::String* nameOf(const SV::Time&, int) { return nullptr; }
-
-// Short texts are put together here and made in one go. The place to write at is a variable of
-// its own: as the member of an object it would be stored with each character.
 template <class Moment>
 SV::String byPicture(const Moment& moment, const SV::String& format) {
     SV::String text;
-    char buffer[128];
-    std::fill_n(buffer, SV::String::kInlineCapacity, '\0');  // all of which is copied at the end
-    char* out = buffer;
-    const auto flush = [&] {
-        text.append(buffer, static_cast<std::size_t>(out - buffer));
-        out = buffer;
-    };
-    const auto makeRoom = [&](std::size_t size) {
-        if (static_cast<std::size_t>(buffer + sizeof buffer - out) < size) flush();
-    };
+    text.reserve(format.size());
     const char* const last = format.end();
     for (const char* start = format.begin(); start != last;) {
         const char letter = upper(*start);
-        makeRoom(kMostFieldSize);
         if (!isPictureLetter(moment, letter)) {
-            *out++ = letter;
+            text += letter;
             ++start;
             continue;
         }
         const char* const begin = start;
         while (start != last && upper(*start) == letter) ++start;
         const auto length = static_cast<std::size_t>(start - begin);
-        if (char* const end = writeField(out, moment, run(letter, length))) {
-            out = end;
-        } else if (const SV::String* const name = nameOf(moment, run(letter, length))) {
-            makeRoom(name->size());
-            if (name->size() > sizeof buffer) {
-                text += *name;
-            } else {
-                out = std::ranges::copy(*name, out).out;
-            }
-        } else {
-            flush();
-            text.append(length, letter);
-        }
+        if (!appendField(text, moment, run(letter, length))) text.append(length, letter);
     }
-    if (!text.empty()) {
-        flush();
-        return text;
-    }
-    return text.assignPadded(buffer, static_cast<std::size_t>(out - buffer));
+    return text;
 }
 
 }  // namespace
