@@ -33,16 +33,7 @@ ZelRegExError PatternEngine::make(std::string_view pattern, bool ignoreCase,
     return 0;
 }
 
-bool PatternEngine::refusesStart(const char* text) const {
-    return m_segments && m_segments->refusesStart(text);
-}
-
-ZelRegExError PatternEngine::search(std::string_view text, Match* match) {
-    if (m_segments) {
-        std::size_t* const start = match ? &match->start : nullptr;
-        std::size_t* const end = match ? &match->end : nullptr;
-        return m_segments->search(text, start, end) ? 0 : REG_NOMATCH;
-    }
+ZelRegExError PatternEngine::searchByEngines(std::string_view text, Match* match) {
     if (m_pattern.hasBackReferences) return searchWithBackReferences(text, match);
     if (isFastWithBacktracking(text.size()) && pcre()) {
         const PcreMatcher::Result result = searchByBacktracking(text, match);

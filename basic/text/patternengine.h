@@ -30,13 +30,21 @@ public:
     PatternEngine& operator=(const PatternEngine&) = delete;
 
     // True for texts that cannot match, by their first bytes: their size is not needed then.
-    bool refusesStart(const char* text) const;
+    bool refusesStart(const char* text) const {
+        return m_segments && m_segments->refusesStart(text);
+    }
     // `match` may be null.
-    ZelRegExError search(std::string_view text, Match* match);
+    ZelRegExError search(std::string_view text, Match* match) {
+        if (!m_segments) return searchByEngines(text, match);
+        std::size_t* const start = match ? &match->start : nullptr;
+        std::size_t* const end = match ? &match->end : nullptr;
+        return m_segments->search(text, start, end) ? 0 : REG_NOMATCH;
+    }
 
 private:
     PatternEngine() = default;
 
+    ZelRegExError searchByEngines(std::string_view text, Match* match);
     bool isFastWithBacktracking(std::size_t textSize) const;
     ZelRegExError searchWithBackReferences(std::string_view text, Match* match);
     PcreMatcher::Result searchByBacktracking(std::string_view text, Match* match);

@@ -60,7 +60,7 @@ void PatternSegment::chooseAnchors() {
     if (!m_second) m_second = m_first;
 }
 
-bool PatternSegment::matchesAt(const char* text) const {
+bool PatternSegment::matchesRest(const char* text) const {
     if (m_isLiteral) return std::memcmp(text, m_literal.data(), m_literal.size()) == 0;
     for (const ByteSet& set : m_sets) {
         if (!set.contains(static_cast<unsigned char>(*text++))) return false;

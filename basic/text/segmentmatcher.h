@@ -16,7 +16,12 @@ public:
     explicit PatternSegment(std::vector<ByteSet> sets);
 
     std::size_t size() const { return m_sets.size(); }
-    bool matchesAt(const char* text) const;   // `size()` bytes are there
+    bool empty() const { return m_sets.empty(); }
+    // `size()` bytes are there.
+    bool matchesAt(const char* text) const {
+        if (empty()) return true;
+        return m_sets.front().contains(static_cast<unsigned char>(*text)) && matchesRest(text);
+    }
     bool startsText(const char* text) const;  // which ends at its first NUL
     // The first place in `text` at or behind `from`, the last one; or npos.
     std::size_t find(std::string_view text, std::size_t from) const;
@@ -31,6 +36,7 @@ private:
         char value;
         int rank;  // the higher, the more often such a byte is met
     };
+    bool matchesRest(const char* text) const;
     void chooseAnchors();
     template <class Check>
     std::size_t scan(std::string_view text, std::size_t from, Check check) const;
