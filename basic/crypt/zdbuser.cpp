@@ -69,7 +69,7 @@ void ZelDBUserUtils::_Init(const char* path) {
     wipe();
     const SV::String name = path ? SV::String(path) : Zel_GetProgramPathFilename(kDefaultFile);
     m_file.reset();
-    if (std::FILE* const file = std::fopen(name.c_str(), "r")) m_file.reset(file, std::fclose);
+    if (std::FILE* const file = std::fopen(name.c_str(), "rN")) m_file.reset(file, std::fclose);
     if (!m_file) {
         if (path) reportMissing(path);
         return;

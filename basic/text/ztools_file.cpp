@@ -7,7 +7,7 @@
 
 bool Zel_FileExists(const char* path) {
     if (!path || !*path || Zel_Valid_DBFilename(path)) return false;
-    std::FILE* const file = std::fopen(path, "rb");
+    std::FILE* const file = std::fopen(path, "rbN");
     if (file) std::fclose(file);
     return file != nullptr;
 }
