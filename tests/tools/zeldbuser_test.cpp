@@ -27,7 +27,70 @@ std::string deciphered(const std::string& digits) {
     return lines;
 }
 
+HANDLE consoleFile(const char* name) {
+    SECURITY_ATTRIBUTES inheritable = {sizeof inheritable, nullptr, TRUE};
+    return ::CreateFileA(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                         &inheritable, OPEN_EXISTING, 0, nullptr);
+}
+
+void type(HANDLE console, const std::string& text) {
+    for (const char c : text) {
+        INPUT_RECORD key = {};
+        key.EventType = KEY_EVENT;
+        key.Event.KeyEvent.bKeyDown = TRUE;
+        key.Event.KeyEvent.wRepeatCount = 1;
+        key.Event.KeyEvent.uChar.AsciiChar = c;
+        key.Event.KeyEvent.wVirtualKeyCode = c == '\r' ? VK_RETURN : 0;
+        DWORD written = 0;
+        ::WriteConsoleInputA(console, &key, 1, &written);
+    }
+}
+
 }  // namespace
+
+// argv: file, what is typed. Shows what the program says, and what is on the screen then.
+CHILD_MAIN(typesPassword) {
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = ::GetStdHandle(STD_OUTPUT_HANDLE);
+    startup.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
+    ::FreeConsole();
+    if (!::AllocConsole()) return 90;
+    startup.hStdInput = consoleFile("CONIN$");
+    type(startup.hStdInput, std::string(argv[2]) + "\r" + argv[3] + "\r");
+    std::string command = "zeldbuser write \"" + std::string(argv[1]) + "\" user";
+    PROCESS_INFORMATION process = {};
+    if (!::CreateProcessA((programFolder() + "\\zeldbuser.exe").c_str(), command.data(), nullptr,
+                          nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
+        return 91;
+    }
+    ::WaitForSingleObject(process.hProcess, 30'000);
+    DWORD exitCode = 92;
+    ::GetExitCodeProcess(process.hProcess, &exitCode);
+    std::string screen(80 * 25, ' ');
+    DWORD count = 0;
+    ::ReadConsoleOutputCharacterA(consoleFile("CONOUT$"), screen.data(), 80 * 25, {0, 0}, &count);
+    std::erase(screen, ' ');
+    screen += "\n";
+    ::WriteFile(startup.hStdError, screen.data(), static_cast<DWORD>(screen.size()), &count,
+                nullptr);
+    return static_cast<int>(exitCode);
+}
+
+TEST(Zeldbuser, AsksOnAConsoleWithoutShowingWhatIsTyped) {
+    const TempDir folder;
+    const std::string path = folder.path("user.txt");
+    const ChildResult good = runChild("typesPassword", {path, "S3cret", "S3cret"});
+    EXPECT_EQ(good.exitCode, 0u);
+    EXPECT_EQ(good.out, "user\n");
+    EXPECT_EQ(good.err, "Password: \nPassword again: \n\n") << "nothing on the screen";
+    EXPECT_EQ(ZelDBUserUtils(path.c_str()).GetDBUserPassword(""), "S3cret");
+
+    const ChildResult different = runChild("typesPassword", {path, "one", "two"});
+    EXPECT_EQ(different.exitCode, 1u);
+    EXPECT_EQ(ZelDBUserUtils(path.c_str()).GetDBUserPassword(""), "S3cret");
+}
 
 TEST(Zeldbuser, WritesWhatTheLibraryReads) {
     struct Case {
