@@ -25,6 +25,7 @@ done
 
 trace=$output/trace.txt
 pid_file=$output/pid.txt
+cd "$output"  # for the log
 "$root/cmake/wine-run" "$bin/zelhost.exe" "${arguments[@]}" -o"$(windows_path "$output")" \
     -trace -trf"$(windows_path "$trace")" -pidfile"$(windows_path "$pid_file")" \
     >"$output/summary.txt" 2>&1 &
