@@ -155,9 +155,10 @@ void ZelBasicFileLogger::writeEntry(Caller caller, const char* format, char* arg
     const std::size_t start = m_timeStamped ? writeStamp(entry, caller) : 0;
     const std::span<char> room(entry + start, sizeof entry - start - kLineEnd.size());
     const std::optional<std::size_t> size = formatPlain(room, format, args);
-    if (size && m_timeStamped && !std::memchr(room.data(), '\n', *size)) {
-        std::memcpy(room.data() + *size, kLineEnd.data(), kLineEnd.size());
-        std::fwrite(entry, 1, start + *size + kLineEnd.size(), m_file.get());
+    if (size && !std::memchr(room.data(), '\n', *size)) {
+        const std::size_t end = m_timeStamped ? kLineEnd.size() : 0;
+        std::memcpy(room.data() + *size, kLineEnd.data(), end);
+        std::fwrite(entry, 1, start + *size + end, m_file.get());
         return;
     }
     std::string text(entry, start + size.value_or(0));
