@@ -2,8 +2,8 @@
 //
 //     bench_log FOLDER PLUGIN-FOLDER
 //
-// FOLDER receives the files, PLUGIN-FOLDER has some DLLs. Every figure is the best of several rounds
-// that alternate between the two, in processor time; what was written is compared.
+// FOLDER receives the files, PLUGIN-FOLDER has some DLLs. Every figure is the best of several
+// rounds that alternate between the two, in processor time; what was written is compared.
 
 #include <algorithm>
 #include <cstdio>
