@@ -86,7 +86,14 @@ char* unmask(std::string_view text, char escape, bool& wasEscape, char* to) {
         copyByte();
         if (at.from != end) copyByte();
     }
-    while (at.from != end) copyByte();
+    while (at.from != end) {
+        if (*at.from != escape) {
+            *at.to++ = *at.from++;
+            continue;
+        }
+        copyByte();
+        if (at.from != end) copyByte();
+    }
     return at.to;
 }
 

@@ -55,8 +55,7 @@ public:
         if (m_digitCount != 0) readExponent();
     }
 
-    // Nothing when there are no digits.
-    std::optional<double> value() const;
+    double value() const;
 
 private:
     std::optional<double> exactValue() const;
@@ -138,10 +137,9 @@ std::optional<double> Number<Hexadecimal>::exactValue() const {
 }
 
 template <typename Notation>
-std::optional<double> Number<Notation>::value() const {
-    if (m_digitCount == 0) return std::nullopt;
+double Number<Notation>::value() const {
     if (m_significantCount == 0) return 0.0;
-    if (const auto exact = exactValue()) return exact;
+    if (const auto exact = exactValue()) return *exact;
     if (!m_separator || *m_separator == '.') return valueOf(m_begin);
     const auto size = static_cast<std::size_t>(m_end - m_begin);
     const auto valueWithPoint = [&](char* copy) {
@@ -165,7 +163,12 @@ bool beginsWith(const char* text, const char* word) {
     return *word == '\0';
 }
 
-std::optional<double> magnitude(const char* text) {
+// Whether there is a number at all, which a sign alone is not.
+bool beginsWithDigits(const char* text) {
+    return Decimal::digitOf(text[isSeparator(*text) ? 1 : 0]) <= 9;
+}
+
+double magnitude(const char* text) {
     if (beginsWith(text, "inf")) return std::numeric_limits<double>::infinity();
     if (beginsWith(text, "nan")) return std::numeric_limits<double>::quiet_NaN();
     return isHexadecimal(text) ? Number<Hexadecimal>(text + 2).value()
@@ -179,7 +182,7 @@ double zel_atof(const char* text) {
     while (isSpace(*text)) ++text;
     const bool isNegative = *text == '-';
     if (isNegative || *text == '+') ++text;
-    const std::optional<double> value = magnitude(text);
-    if (!value) return 0.0;  // without the sign
-    return isNegative ? -*value : *value;
+    const double value = magnitude(text);
+    if (!isNegative || (value == 0.0 && !beginsWithDigits(text))) return value;
+    return -value;
 }
