@@ -1,5 +1,6 @@
 // Wildcards, written as expressions.
 
+#include <new>
 #include <string>
 #include <string_view>
 
