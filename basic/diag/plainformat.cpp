@@ -67,10 +67,9 @@ std::optional<std::size_t> formatPlain(std::span<char> out, const char* format, 
             isDone = result.addNumber(va_arg(args, unsigned long));
         } else if (skip(format, "lld") || skip(format, "lli")) {
             isDone = result.addNumber(va_arg(args, long long));
-        } else if (skip(format, "llu")) {
+        } else if (skip(format, "llu") || skip(format, "zu")) {
+            static_assert(sizeof(std::size_t) == sizeof(unsigned long long));
             isDone = result.addNumber(va_arg(args, unsigned long long));
-        } else if (skip(format, "zu")) {
-            isDone = result.addNumber(va_arg(args, std::size_t));
         } else if (skip(format, "c")) {
             isDone = addCharacter(result, va_arg(args, int));
         } else {
