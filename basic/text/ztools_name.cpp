@@ -1,6 +1,10 @@
 // Rewriting names and expressions.
 
+#include <algorithm>
 #include <charconv>
+#include <cstdint>
+#include <iterator>
+#include <limits>
 
 #include "zbasic/ztools.h"
 
@@ -9,12 +13,13 @@ namespace {
 constexpr std::string_view kBlanks = "\t\n\r ";
 
 // The number plus one at the start of a text as `atoi` reads it: behind white space and a sign;
-// 0 when there is none.
+// 0 when there is none, and also when it has no successor: names then begin anew instead of ending.
 SV::String successor(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     std::int64_t number = 0;
     std::from_chars(text.data(), text.data() + text.size(), number);
+    if (number == std::numeric_limits<std::int64_t>::max()) number = 0;
     char digits[24];
     return {digits, static_cast<std::size_t>(
                         std::to_chars(digits, std::end(digits), number + 1).ptr - digits)};

@@ -135,6 +135,8 @@ const std::pair<const char*, const char*> kNextNames[] = {
     {"f(+7x)", "f(8)"},
     {"f(-1)", "f(0)"},
     {"f(2147483647)", "f(2147483648)"},
+    {"f(9223372036854775807)", "f(1)"},  // no successor in 64 bits
+    {"f(9223372036854775808)", "f(1)"},
     {"Model (2) ", "Model (2)  (2)"},
     {"a)", "a) (2)"},  // a caller's mistake, like the next; other names than before they give
     {"", " (2)"},

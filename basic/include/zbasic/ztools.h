@@ -65,7 +65,7 @@ ZBASIC_API int zel_charcount(const char* text, char c);
 ZBASIC_API void zel_charreplace(char* text, char from, char to);
 
 // The name's next variant: the number in the parentheses at its end plus one, or " (2)" appended
-// when there are none. What `atoi` reads as no number counts as 0.
+// when there are none. What `atoi` reads as no number counts as 0, and so does one beyond 63 bits.
 //
 //     Model, Model (2), Model (3); f(x), f(1)
 ZBASIC_API void Zel_MakeNextName(SV::String& name);
