@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdarg>
 #include <cstdint>
@@ -85,7 +86,7 @@ std::pair<std::optional<std::string>, std::string> bothFormats(std::size_t room,
     va_end(arguments);
     std::optional<std::string> text;
     if (size) text.emplace(plain, *size);
-    return {text, std::string(usual, static_cast<std::size_t>(usualSize))};
+    return {text, std::string(usual, static_cast<std::size_t>(std::max(usualSize, 0)))};
 }
 
 }  // namespace
