@@ -384,6 +384,8 @@ TEST(ZelhostWindow, ShowsTheNodesOfTheLastDays) {
     post(frame, HostFrame::kFilter);
     const SeenBox dialog = watcher.waitFor(2)[1];
     EXPECT_EQ(dialog.caption, "Filter by date");
+    // Only then is the dialog gone, whose loop would carry out the next command.
+    while (childrenOf(frame).size() < 2 && !program.hasEnded()) ::Sleep(20);
     post(frame, HostFrame::kExport);  // the new window is the active one
     EXPECT_EQ(watcher.waitFor(3)[2].caption, "Export");
     ASSERT_EQ(childrenOf(frame).size(), 2u);
