@@ -15,6 +15,11 @@ std::string programPath() {
     return path;
 }
 
+bool startProgram(ZelSynchronousProcess& process, bool showConsoleWindow) {
+    return process.Execute(showConsoleWindow) ||
+           (::GetLastError() == ERROR_INTERNAL_ERROR && process.Execute(showConsoleWindow));
+}
+
 long waitFor(ZelSynchronousProcess& process) {
     long code = -1;
     for (int polls = 0; polls < 30 && code == -1; ++polls) code = process.Wait();
@@ -32,7 +37,7 @@ std::string outputOf(const std::string& arguments) {
     ZelSynchronousProcess process(SV::String("\"" + programPath() + "\" " + arguments),
                                   SV::String("1>\"" + dir.path("out") + "\""), kCmdHide);
     process.SetUseRedirection(true);
-    EXPECT_TRUE(process.Execute(false));
+    EXPECT_TRUE(startProgram(process));
     EXPECT_NE(waitFor(process), -1);
     return textOf(dir.path("out"));
 }

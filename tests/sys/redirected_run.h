@@ -8,6 +8,10 @@
 
 std::string programPath();  // of this test program
 
+// Starts the program. Wine now and then loses a process while it begins and calls that an internal
+// error: one more try is given for that, and for nothing else.
+bool startProgram(ZelSynchronousProcess& process, bool showConsoleWindow = false);
+
 // The exit code, or -1 when there is none although the program has had its time.
 long waitFor(ZelSynchronousProcess& process);
 

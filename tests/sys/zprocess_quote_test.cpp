@@ -97,7 +97,7 @@ std::string throughInterpreter(const std::string& arguments) {
     const std::string line = "\"" + programPath() + "\" --child printArguments" + arguments;
     ZelSynchronousProcess process("cmd /s /c", SV::String("\"" + line + "\" 1>quoted"), kCmdHide);
     process.SetUseRedirection(true);
-    EXPECT_TRUE(process.Execute(false));
+    EXPECT_TRUE(startProgram(process));
     EXPECT_EQ(waitFor(process), 0);
     return textOf("quoted");
 }

@@ -139,7 +139,7 @@ TEST(SynchronousProcess, GivesTheExitCodeOnce) {
                                       kCmdHide);
         EXPECT_EQ(process.Wait(), kRunning) << "there is nothing to wait for yet";
         EXPECT_EQ(process.GetRetVal(), 0);
-        ASSERT_TRUE(process.Execute(false));
+        ASSERT_TRUE(startProgram(process));
         EXPECT_EQ(waitFor(process), expected);
         EXPECT_EQ(process.Wait(), kRunning);
         EXPECT_EQ(process.GetRetVal(), expected == kRunning ? 0 : expected);
@@ -153,7 +153,7 @@ TEST(SynchronousProcess, IsBusyUntilItsProgramEnds) {
     const Gate gate;
     ZelSynchronousProcess process(SV::String(quotedSelf()),
                                   SV::String("--child waitAtGate " + gate.name()), kCmdHide);
-    ASSERT_TRUE(process.Execute(true));
+    ASSERT_TRUE(startProgram(process, true));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(process.Wait(), kRunning);
     const std::chrono::duration<double> waited = std::chrono::steady_clock::now() - start;
@@ -174,7 +174,7 @@ TEST(SynchronousProcess, LeavesItsProgramRunningWhenItGoes) {
         ZelSynchronousProcess process(
             SV::String(quotedSelf()),
             SV::String("--child waitAtGate " + gate.name() + " \"" + path + "\""), kCmdHide);
-        ASSERT_TRUE(process.Execute(false));
+        ASSERT_TRUE(startProgram(process));
     }
     EXPECT_FALSE(fs::exists(path));
     gate.open();
@@ -206,7 +206,7 @@ TEST(SynchronousProcess, StartsProgramsOfEveryKind) {
     for (const auto& [why, command, parameters, show, expected] : cases) {
         SCOPED_TRACE(why);
         ZelSynchronousProcess process{SV::String(command), SV::String(parameters), show};
-        ASSERT_TRUE(process.Execute(false));
+        ASSERT_TRUE(startProgram(process));
         EXPECT_EQ(waitFor(process), expected);
     }
 }
@@ -217,7 +217,7 @@ TEST(SynchronousProcess, TakesTheInterpreterForAnEmptyCommand) {
         const Variable interpreter("COMSPEC", commandLine.c_str());
         for (const char* const parameters : {"", "77"}) {  // which are not looked at
             ZelSynchronousProcess process("", parameters, kCmdHide);
-            ASSERT_TRUE(process.Execute(false));
+            ASSERT_TRUE(startProgram(process));
             EXPECT_EQ(waitFor(process), 7);
         }
     }
@@ -252,7 +252,7 @@ TEST(SynchronousProcess, SaysWhatCannotBeStarted) {
     const std::string start = self + " --child exitWith 1";
     ZelSynchronousProcess longest{SV::String(start + std::string(32'766 - start.size(), ' ')), "",
                                   kCmdHide};
-    ASSERT_TRUE(longest.Execute(false));
+    ASSERT_TRUE(startProgram(longest));
     EXPECT_EQ(waitFor(longest), 1);
 }
 
@@ -262,11 +262,11 @@ TEST(SynchronousProcess, LeavesUnquotedBlanksToTheSystem) {
     const fs::path withBlank = dir.root() / "a b.exe";
     fs::copy_file(program, withBlank);
     ZelSynchronousProcess alone{SV::String(withBlank.string()), "", kCmdShowNormal};
-    ASSERT_TRUE(alone.Execute(false));
+    ASSERT_TRUE(startProgram(alone));
     EXPECT_EQ(waitFor(alone), 41);
     fs::copy_file("C:\\windows\\system32\\cmd.exe", dir.root() / "a.exe");
     ZelSynchronousProcess shadowed{SV::String(withBlank.string() + " /c exit 9"), "", kCmdHide};
-    ASSERT_TRUE(shadowed.Execute(false));
+    ASSERT_TRUE(startProgram(shadowed));
     EXPECT_EQ(waitFor(shadowed), 9) << "a.exe has taken its place";
 }
 
@@ -298,7 +298,7 @@ TEST(SynchronousProcess, RedirectsBothStreamsInAllCombinations) {
                                           SV::String(std::string("--child speak") + clauses),
                                           kCmdHide);
             process.SetUseRedirection(isOn);
-            ASSERT_TRUE(process.Execute(false)) << ::GetLastError();
+            ASSERT_TRUE(startProgram(process)) << ::GetLastError();
             EXPECT_EQ(waitFor(process), 3);
             EXPECT_EQ(textOf(dir.path("o")), isOn ? out : "old");
             EXPECT_EQ(textOf(dir.path("e")), isOn ? err : "old");
@@ -317,7 +317,7 @@ TEST(SynchronousProcess, FindsRedirectFilesByAnyName) {
         ZelSynchronousProcess process(
             "cmd", SV::String("/c echo one& echo two 1>>\"" + name + "\""), kCmdHide);
         process.SetUseRedirection(true);
-        ASSERT_TRUE(process.Execute(false));
+        ASSERT_TRUE(startProgram(process));
         EXPECT_EQ(waitFor(process), 0);
     }
     EXPECT_EQ(textOf(path), "one\ntwo \none\ntwo \n");
@@ -356,7 +356,7 @@ TEST(SynchronousProcess, RunsOnWhenARedirectFileCannotBeOpened) {
                                       SV::String(std::string("--child speak ") + clauses),
                                       kCmdHide);
         process.SetUseRedirection(true);
-        ASSERT_TRUE(process.Execute(false));
+        ASSERT_TRUE(startProgram(process));
         EXPECT_GE(waitFor(process), 3);  // with a stream that has no handle writing may fail
         EXPECT_EQ(textOf(name), content);
     }
@@ -366,7 +366,7 @@ TEST(SynchronousProcess, RunsOnWhenARedirectFileCannotBeOpened) {
         ZelSynchronousProcess full(SV::String(quotedSelf()),
                                    R"(--child speak 1>>"Z:\dev\full" 2>e)", kCmdHide);
         full.SetUseRedirection(true);
-        ASSERT_TRUE(full.Execute(false));
+        ASSERT_TRUE(startProgram(full));
         EXPECT_EQ(waitFor(full), 4) << "the disk is full for the program, not for us";
     }
 }
@@ -382,7 +382,7 @@ TEST(SynchronousProcess, LetsItsProgramInheritTheRedirectFilesOnly) {
                                   SV::String("--child waitAtGate " + gate.name() + " 1>o 2>e"),
                                   kCmdHide);
     process.SetUseRedirection(true);
-    ASSERT_TRUE(process.Execute(false));
+    ASSERT_TRUE(startProgram(process));
     EXPECT_EQ(inheritableHandles().size(), before.size() + 2);
     gate.open();
     EXPECT_EQ(waitFor(process), 5);
@@ -427,7 +427,7 @@ TEST(SynchronousProcess, KeepsNoHandles) {
             ZelSynchronousProcess process(SV::String(programFolder() + "\\test_window_program.exe"),
                                           "1>o 2>>e", kCmdHide);
             process.SetUseRedirection(true);
-            ASSERT_TRUE(process.Execute(false));
+            ASSERT_TRUE(startProgram(process));
             EXPECT_EQ(waitFor(process), 40);
             ZelSynchronousProcess failing("nowhere\\x.exe 1>p", "", kCmdHide);
             failing.SetUseRedirection(true);
