@@ -35,7 +35,13 @@ mkdir -p "$output"
 step "Exporting, and taking a picture of the window" \
     xvfb-run -a -s "-screen 0 1280x800x24 -fbdir $display" \
     scripts/show-host.sh "$output" "$display" "${models[@]}" -runfigures || exit
-sed -e 's/Z:\\/\//' -e 's/\\/\//g' -e "s|$root/||" "$output/summary.txt"
+mkdir "$output/filtered"
+step "Doing so with the nodes that match *order*" \
+    xvfb-run -a -s "-screen 0 1280x800x24 -fbdir $display" \
+    scripts/show-host.sh "$output/filtered" "$display" "${models[@]}" '-match*order*' || exit
+show() { sed -e 's/Z:\\/\//' -e 's/\\/\//g' -e "s|$root/||" "$1"; }
+show "$output/summary.txt"
+show "$output/filtered/summary.txt"
 echo "Picture of the window: ${output#"$root"/}/window.png"
 echo "The log ends (${output#"$root"/}/zelhost.log):"
 tail -n 3 "$output/zelhost.log" | sed -e 's/\r$//' -e 's/^/  /'
