@@ -83,7 +83,7 @@ void ListBox::SelectPos(int pos) { send(LB_SETCURSEL, CB_SETCURSEL, static_cast<
 int ListBox::GetSelectedPos() const { return static_cast<int>(send(LB_GETCURSEL, CB_GETCURSEL)); }
 
 bool ListBox::IsSelection(int code) const {
-    return code == (m_isCombo ? CBN_SELCHANGE : LBN_SELCHANGE);
+    return code == LBN_SELCHANGE;  // which is the number of CBN_SELCHANGE, too
 }
 
 void ListBox::SetArea(const Area& area) {
