@@ -109,7 +109,7 @@ TEST(CoreTime, AcceptsNothingElse) {
             std::string changed = text;
             for (const char c : {':', '0', '3', '4', '6', '9', '/', ' ', '-', '\0', '\xFF'}) {
                 changed[place] = c;
-                const std::string seen = changed.c_str();
+                const std::string seen = changed.substr(0, changed.find('\0'));
                 const bool expected = isTimeByExpression(seen);
                 if (ZelCoreTime::isTime(seen.c_str()) != expected) FAIL() << seen;
                 accepted += expected;
