@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "sv/ascii.h"
 #include "zbasic/zcleanup.h"
 #include "zbasic/zfileman.h"
 
@@ -14,8 +15,6 @@
 namespace zelhost {
 
 namespace {
-
-bool isSeparator(char c) { return c == '\\' || c == '/'; }
 
 std::string systemMessage(DWORD error) {
     char text[256] = "";
@@ -77,7 +76,7 @@ std::string absolutePath(const std::string& path) {
     if (length == 0) return path;  // too long, say: whoever uses it will be told
     full.resize(length);
     constexpr std::size_t kRootLength = 3;  // "C:\"
-    while (full.size() > kRootLength && isSeparator(full.back())) full.pop_back();
+    while (full.size() > kRootLength && SV::IsPathSeparator(full.back())) full.pop_back();
     return full;
 }
 

@@ -3,15 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-// Not the user's locale: which files are ours must not depend on it.
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-}  // namespace
+#include "sv/ascii.h"
 
 bool ZelExtensionManager::Less::operator()(std::string_view a, std::string_view b) const {
-    return std::ranges::lexicographical_compare(a, b, {}, lower, lower);
+    // Not by the user's locale: which files are ours must not depend on it.
+    return std::ranges::lexicographical_compare(a, b, {}, SV::ToAsciiLower, SV::ToAsciiLower);
 }
 
 ZelExtensionManager::ZelExtensionManager(const SV::String& ext) { addExtension(ext); }

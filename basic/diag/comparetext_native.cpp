@@ -1,13 +1,8 @@
 #include <algorithm>
 
 #include "diag/comparetext.h"
-
-namespace {
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-}  // namespace
+#include "sv/ascii.h"
 
 bool isEqualIgnoringCase(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, {}, lower, lower);
+    return std::ranges::equal(a, b, {}, SV::ToAsciiLower, SV::ToAsciiLower);
 }

@@ -4,13 +4,11 @@
 #include <cstdint>
 #include <limits>
 
+#include "sv/ascii.h"
+
 namespace {
 
 constexpr int kLastField = 2;
-
-bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Stays at the largest number, as reading a text of too many digits does elsewhere.
 int withDigit(int value, char digit) {
@@ -27,7 +25,7 @@ bool LogDateScan::take(std::string_view block) {
 bool LogDateScan::takeByte(char c) {
     if (m_state == State::kDone) return false;
     Number& number = m_numbers[m_field];
-    if (isDigit(c)) {
+    if (SV::IsAsciiDigit(c)) {
         number.value = withDigit(number.value, c);
         number.hasDigits = true;
         m_state = State::kDigits;
@@ -37,7 +35,7 @@ bool LogDateScan::takeByte(char c) {
     } else if (m_state == State::kDigits && c == '.' && m_field < kLastField) {
         ++m_field;
         m_state = State::kSpace;
-    } else if (m_state != State::kSpace || !isSpace(c)) {
+    } else if (m_state != State::kSpace || !SV::IsAsciiSpace(c)) {
         m_state = State::kDone;
     }
     return m_state != State::kDone;

@@ -1,18 +1,15 @@
 #include <string_view>
 
+#include "sv/ascii.h"
 #include "zbasic/zfileman.h"
 
 namespace {
 
 constexpr std::string_view kSeparators = "\\/";
 
-bool isSeparator(char c) { return c == '\\' || c == '/'; }
-
-bool isAsciiLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-
 std::size_t driveSize(std::string_view path) {
-    if (path.size() >= 2 && isAsciiLetter(path[0]) && path[1] == ':') return 2;
-    if (path.size() < 3 || !isSeparator(path[0]) || !isSeparator(path[1])) return 0;
+    if (path.size() >= 2 && SV::IsAsciiLetter(path[0]) && path[1] == ':') return 2;
+    if (path.size() < 3 || !SV::IsPathSeparator(path[0]) || !SV::IsPathSeparator(path[1])) return 0;
     const std::size_t serverEnd = path.find_first_of(kSeparators, 2);
     if (serverEnd == 2 || serverEnd == std::string_view::npos) return 0;
     const std::size_t shareEnd = path.find_first_of(kSeparators, serverEnd + 1);

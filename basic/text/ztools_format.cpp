@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "sv/ascii.h"
 #include "zbasic/ztools.h"
 #include "zbasic/ztrace.h"
 
@@ -109,15 +110,13 @@ private:
     std::size_t m_size;
 };
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 // Behind the conversion of a `long` that may stand at `format`, else null.
 const char* behindConversion(const char* format) {
     ++format;  // "%"
     while (*format && std::string_view("-+ #0").find(*format) != std::string_view::npos) ++format;
-    while (isDigit(*format)) ++format;
+    while (SV::IsAsciiDigit(*format)) ++format;
     if (*format == '.') ++format;
-    while (isDigit(*format)) ++format;
+    while (SV::IsAsciiDigit(*format)) ++format;
     if (*format == 'l') ++format;
     return *format && std::string_view("diuoxX").find(*format) != std::string_view::npos
                ? format + 1

@@ -8,15 +8,12 @@
 #include <optional>
 #include <string>
 
+#include "sv/ascii.h"
 #include "zbasic/ztools.h"
 
 namespace {
 
-bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
 bool isSeparator(char c) { return c == '.' || c == ','; }
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
 
 struct Decimal {
     static constexpr std::uint64_t kBase = 10;
@@ -35,7 +32,7 @@ struct Hexadecimal {
 
     static unsigned digitOf(char c) {
         const unsigned digit = static_cast<unsigned>(c) - '0';
-        const unsigned letter = static_cast<unsigned>(lower(c)) - 'a';
+        const unsigned letter = static_cast<unsigned>(SV::ToAsciiLower(c)) - 'a';
         return digit < 10 ? digit : letter < 6 ? letter + 10 : 16;
     }
 };
@@ -89,7 +86,7 @@ void Number<Notation>::readDigits() {
 
 template <typename Notation>
 void Number<Notation>::readExponent() {
-    if (lower(*m_end) != Notation::kExponentMark) return;
+    if (SV::ToAsciiLower(*m_end) != Notation::kExponentMark) return;
     const char* at = m_end + 1;
     const bool isNegative = *at == '-';
     if (isNegative || *at == '+') ++at;
@@ -153,13 +150,13 @@ double Number<Notation>::value() const {
 }
 
 bool isHexadecimal(const char* text) {
-    if (text[0] != '0' || lower(text[1]) != 'x') return false;
+    if (text[0] != '0' || SV::ToAsciiLower(text[1]) != 'x') return false;
     const char* const digits = text + (isSeparator(text[2]) ? 3 : 2);
     return Hexadecimal::digitOf(*digits) < 16;
 }
 
 bool beginsWith(const char* text, const char* word) {
-    while (*word && lower(*text) == *word) ++text, ++word;
+    while (*word && SV::ToAsciiLower(*text) == *word) ++text, ++word;
     return *word == '\0';
 }
 
@@ -179,7 +176,7 @@ double magnitude(const char* text) {
 
 double zel_atof(const char* text) {
     if (!text) return 0.0;
-    while (isSpace(*text)) ++text;
+    while (SV::IsAsciiSpace(*text)) ++text;
     const bool isNegative = *text == '-';
     if (isNegative || *text == '+') ++text;
     const double value = magnitude(text);

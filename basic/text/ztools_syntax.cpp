@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "diag/comparetext.h"
+#include "sv/ascii.h"
 #include "text/ztools_sys.h"
 
 namespace {
@@ -29,13 +30,7 @@ bool isForbiddenControl(unsigned char byte) {
     return byte != 0 && byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
 }
 
-bool isSeparator(char c) { return c == '\\' || c == '/'; }
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 bool isSign(char c) { return c == '+' || c == '-'; }
-
-bool isAsciiLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
 bool isControl(char c) { return static_cast<unsigned char>(c) < 32; }
 
@@ -62,15 +57,15 @@ bool hasValidCharacters(std::string_view path, int colonsLeft) {
     char before = '\0';
     for (const char c : path) {
         if (std::string_view("|\"*<>?").find(c) != std::string_view::npos) return false;
-        if (isSeparator(c) && isSeparator(before)) return false;
-        if (c == ':' && (!isAsciiLetter(before) || --colonsLeft < 0)) return false;
+        if (SV::IsPathSeparator(c) && SV::IsPathSeparator(before)) return false;
+        if (c == ':' && (!SV::IsAsciiLetter(before) || --colonsLeft < 0)) return false;
         before = c;
     }
     return true;
 }
 
 bool isValidRest(std::string_view path, int colonsAllowed) {
-    if (path.empty() || isSeparator(path.back()) || path.back() == ':') return false;
+    if (path.empty() || SV::IsPathSeparator(path.back()) || path.back() == ':') return false;
     return !beginsWithDevice(path) && hasValidCharacters(path, colonsAllowed);
 }
 
@@ -78,19 +73,20 @@ bool isValidRest(std::string_view path, int colonsAllowed) {
 
 bool Zel_Valid_Integer(const char* text) {
     const std::string_view digits = text ? text : "";
-    if (digits.empty() || !(isDigit(digits[0]) || isSign(digits[0]))) return false;
-    return std::ranges::all_of(digits.substr(1), isDigit);  // Relied on by callers: or none at all
+    if (digits.empty() || !(SV::IsAsciiDigit(digits[0]) || isSign(digits[0]))) return false;
+    // Relied on by callers: or none at all.
+    return std::ranges::all_of(digits.substr(1), SV::IsAsciiDigit);
 }
 
 bool Zel_Valid_Double(const char* text) {
     std::string_view digits = text ? text : "";
     if (digits.empty()) return false;
     if (isSign(digits[0])) digits.remove_prefix(1);
-    const auto digitCount = std::ranges::count_if(digits, isDigit);
+    const auto digitCount = std::ranges::count_if(digits, SV::IsAsciiDigit);
     const auto restCount = static_cast<std::ptrdiff_t>(digits.size()) - digitCount;
     if (digitCount == 0 || restCount > 1) return false;
     if (restCount == 0) return true;
-    const char separator = *std::ranges::find_if_not(digits, isDigit);
+    const char separator = *std::ranges::find_if_not(digits, SV::IsAsciiDigit);
     return separator == '.' || separator == decimalSeparator();
 }
 

@@ -6,14 +6,14 @@
 #include <cstddef>
 #include <cstdint>
 
-constexpr bool isDigit(char c) { return static_cast<unsigned char>(c - '0') < 10; }
+#include "sv/ascii.h"
 
 // The number of `count` digits at `text`, -1 when one of them is none. Nothing is read
 // behind the first character that is none, such as a closing NUL.
 constexpr int readDigits(const char* text, std::size_t count) {
     int number = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        if (!isDigit(text[i])) return -1;
+        if (!SV::IsAsciiDigit(text[i])) return -1;
         number = number * 10 + (text[i] - '0');
     }
     return number;

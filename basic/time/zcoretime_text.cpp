@@ -7,6 +7,7 @@
 #include <limits>
 #include <optional>
 
+#include "sv/ascii.h"
 #include "time/digits.h"
 #include "time/saturate.h"
 #include "zbasic/zcoretime.h"
@@ -103,7 +104,9 @@ std::int32_t readYears(const char*& text) {
     constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
     const char* const limit = text + kMostYearDigits;
     std::int64_t years = 0;
-    while (text != limit && isDigit(*text)) years = std::min(years * 10 + (*text++ - '0'), kMost);
+    for (; text != limit && SV::IsAsciiDigit(*text); ++text) {
+        years = std::min(years * 10 + (*text - '0'), kMost);
+    }
     return *text == ':' ? static_cast<std::int32_t>(years) : -1;
 }
 

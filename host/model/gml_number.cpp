@@ -2,14 +2,14 @@
 
 #include <charconv>
 
+#include "sv/ascii.h"
+
 namespace zelhost {
 
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 std::size_t skipDigits(std::string_view text, std::size_t from) {
-    while (from < text.size() && isDigit(text[from])) ++from;
+    while (from < text.size() && SV::IsAsciiDigit(text[from])) ++from;
     return from;
 }
 

@@ -8,14 +8,14 @@
 #include <ostream>
 #include <stdexcept>
 
+#include "sv/ascii.h"
+
 namespace SV {
 
 namespace {
 
-bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
 const char* skipSpace(const char* text, const char* end) {
-    while (text != end && isSpace(*text)) ++text;
+    while (text != end && IsAsciiSpace(*text)) ++text;
     return text;
 }
 

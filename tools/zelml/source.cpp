@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "sv/ascii.h"
 #include "utf8.h"
 #include "sv/codepage1252.h"
 
@@ -22,7 +23,6 @@ struct Escape {
 constexpr Escape kEscapes[] = {{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'"', '"'}, {'\\', '\\'}};
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::string hexadecimal(const char* format, unsigned long number) {
     char text[24];
@@ -76,7 +76,7 @@ private:
     // The id, or 0 for one that was reported but behind which the line can be read on.
     std::optional<std::uint16_t> parseId() {
         const std::size_t start = m_at;
-        while (m_at < m_end && isDigit(m_content[m_at])) ++m_at;
+        while (m_at < m_end && SV::IsAsciiDigit(m_content[m_at])) ++m_at;
         const std::string_view digits = m_content.substr(start, m_at - start);
         if (digits.empty()) {
             error("expected an id (a decimal number) at the start of the line");

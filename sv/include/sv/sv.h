@@ -3,6 +3,7 @@
 #pragma once
 
 #include "sv/application.h"
+#include "sv/ascii.h"
 #include "sv/color.h"
 #include "sv/control.h"
 #include "sv/datetime.h"
