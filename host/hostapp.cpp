@@ -325,7 +325,7 @@ void HostApplication::showProblems() {
     const SV::String text(m_problems);
     m_problems.clear();
     if (IsModalDialogSuppression()) {
-        if (!GetModalDialogSuppressionLogfileName().empty()) ModalDialogSuppressionLog(text);
+        ModalDialogSuppressionLog(text);
     } else if (!isClosed()) {
         SV::ShowMessageBox(GetAppWindow(), text, textOf(Text::kProblemsTitle),
                            MB_OK | MB_ICONWARNING);

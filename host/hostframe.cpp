@@ -7,6 +7,7 @@
 #include "hostapp.h"
 #include "model/node_times.h"
 #include "paths.h"
+#include "sv/systemfunction.h"
 #include "texts.h"
 #include "time_texts.h"
 #include "zbasic/zdattime.h"
@@ -37,15 +38,11 @@ void showBox(Text title, const SV::String& text) {
     showBox(caption, text);
 }
 
-// Loaded when it is needed: the common dialogs bring half of the system with them.
+// The common dialogs bring half of the system with them.
 bool askForFile(OPENFILENAMEA& question) {
-    const HMODULE dialogs = ::LoadLibraryExA("comdlg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-    if (!dialogs) return false;
-    void* const address = reinterpret_cast<void*>(::GetProcAddress(dialogs, "GetOpenFileNameA"));
-    const auto ask = reinterpret_cast<decltype(&::GetOpenFileNameA)>(address);
-    const bool isChosen = ask && ask(&question);
-    ::FreeLibrary(dialogs);
-    return isChosen;
+    auto* const ask =
+        SV::SystemFunction<decltype(::GetOpenFileNameA)>("comdlg32.dll", "GetOpenFileNameA");
+    return ask && ask(&question);
 }
 
 SV::Menu exportedMenu() {

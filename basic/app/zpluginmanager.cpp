@@ -2,7 +2,6 @@
 #include <set>
 #include <utility>
 
-#include "diag/winowner.h"
 #include "app/guardedcall.h"
 #include "sv/dir.h"
 #include "zbasic/zcmdline.h"

@@ -39,11 +39,6 @@ bool showAndAskToDebug(const SV::String& text) {
     return false;
 }
 
-void logSuppressed(const SV::String& text) {
-    if (SV::Application::GetModalDialogSuppressionLogfileName().empty()) return;
-    SV::Application::ModalDialogSuppressionLog(text);
-}
-
 // "logger-34 [1.8.0.230922]" for line 34 of Logger.cxx.
 SV::String errorCode(const char* sourceFile, unsigned line) {
     const SV::String name(sourceFile);
@@ -132,7 +127,7 @@ void displayDeadNetworkMessage() {
     g_wasDeadNetworkShown = true;
     const SV::String text = libraryText(kLostConnectionText);
     if (SV::Application::IsModalDialogSuppression()) {
-        logSuppressed("displayDeadNetworkMessage()\n" + text);
+        SV::Application::ModalDialogSuppressionLog("displayDeadNetworkMessage()\n" + text);
         return;
     }
     if (showAndAskToDebug(text)) ::DebugBreak();
@@ -143,7 +138,7 @@ void displayExitMessage() {
     g_wasExitShown = true;
     const SV::String text = "--- E X I T ---";
     if (SV::Application::IsModalDialogSuppression()) {
-        logSuppressed(text);
+        SV::Application::ModalDialogSuppressionLog(text);
         return;
     }
     if (!g_diagSettings.releaseAssertions) return;

@@ -4,8 +4,8 @@
 
 namespace {
 
-constexpr std::size_t kMostBytesOfAUnit =
-    3;  // in any code page; there are no more units than bytes
+// In any code page; there are no more units than bytes.
+constexpr std::size_t kMostBytesOfAUnit = 3;
 
 }  // namespace
 

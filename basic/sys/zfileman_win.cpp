@@ -1,6 +1,6 @@
 #include <string>
 
-#include "sys/systemlibrary.h"
+#include "sv/systemfunction.h"
 #include "sys/zfileman_sys.h"
 
 #include <windows.h>
@@ -10,10 +10,14 @@
 namespace {
 
 struct UuidFunctions {
-    SystemLibrary library{"rpcrt4.dll"};
-    decltype(::UuidCreate)* create = library.find<decltype(::UuidCreate)>("UuidCreate");
-    decltype(::UuidToStringA)* toText = library.find<decltype(::UuidToStringA)>("UuidToStringA");
-    decltype(::RpcStringFreeA)* free = library.find<decltype(::RpcStringFreeA)>("RpcStringFreeA");
+    template <class Function>
+    static Function* find(const char* name) {
+        return SV::SystemFunction<Function>("rpcrt4.dll", name);
+    }
+
+    decltype(::UuidCreate)* create = find<decltype(::UuidCreate)>("UuidCreate");
+    decltype(::UuidToStringA)* toText = find<decltype(::UuidToStringA)>("UuidToStringA");
+    decltype(::RpcStringFreeA)* free = find<decltype(::RpcStringFreeA)>("RpcStringFreeA");
 
     explicit operator bool() const { return create && toText && free; }
 };

@@ -7,10 +7,10 @@
 #include "diag/format.h"
 #include "diag/winowner.h"
 #include "sv/application.h"
+#include "sv/systemfunction.h"
 #include "sv/window.h"
 #include "sys/environment.h"
 #include "sys/redirection.h"
-#include "sys/systemlibrary.h"
 #include "zbasic/ztrace.h"
 
 #include <windows.h>
@@ -134,8 +134,8 @@ ZelAsynchronousProcess::ZelAsynchronousProcess(const SV::String& command,
     : ZelBasicProcess(command, parameters, show) {}
 
 bool ZelAsynchronousProcess::Execute(SV::Window* parent) {
-    static const SystemLibrary shell("shell32.dll");
-    static auto* const execute = shell.find<decltype(::ShellExecuteExA)>("ShellExecuteExA");
+    static auto* const execute =
+        SV::SystemFunction<decltype(::ShellExecuteExA)>("shell32.dll", "ShellExecuteExA");
     const SV::Window* const window = parent ? parent : SV::Application::GetAppWindow();
     SHELLEXECUTEINFOA what = {};
     what.cbSize = sizeof what;

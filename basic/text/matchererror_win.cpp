@@ -3,6 +3,5 @@
 #include "zbasic/zgui.h"
 
 void showMatcherError(const SV::String& message) {
-    constexpr unsigned int kOkOnly = 16;
-    ZelErrorBox(SV::Application::GetAppWindow(), kOkOnly, message).Execute();
+    ZelErrorBox(SV::Application::GetAppWindow(), ZelMessageBox::kOk, message).Execute();
 }

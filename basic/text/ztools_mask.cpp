@@ -130,8 +130,8 @@ void maskForExport(const char* source, char* target, char delimiter) {
     const EitherByte special(delimiter, '\\');
     const std::size_t size = maskedSize(text, special) + 1;
     if (size > UINT_MAX || !Zel_MemoryIsWriteable(target, static_cast<unsigned>(size))) {
-        displayErrorMessage(kSource,
-                            kNoRoom);  // Relied on by callers: the copy is made all the same
+        displayErrorMessage(kSource, kNoRoom);
+        // Relied on by callers: the copy is made all the same.
     }
     *mask(text, special, '\\', target) = '\0';
 }

@@ -92,6 +92,7 @@ void Application::SetModalDialogSuppressionLogfileName(const String& fileName) {
 const String& Application::GetModalDialogSuppressionLogfileName() { return logFileName(); }
 
 void Application::ModalDialogSuppressionLog(const String& text) {
+    if (logFileName().empty()) return;
     std::FILE* const file = std::fopen(logFileName().c_str(), "atN");
     if (!file) return;
     std::fprintf(file, "%s\n", text.c_str());

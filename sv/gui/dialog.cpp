@@ -10,9 +10,7 @@ int Dialog::Execute() {
     m_result = 0;
     if (!m_handle) return kCancel;
     if (Application::IsModalDialogSuppression()) {
-        if (!Application::GetModalDialogSuppressionLogfileName().empty()) {
-            Application::ModalDialogSuppressionLog(GetText());
-        }
+        Application::ModalDialogSuppressionLog(GetText());
         return kOk;
     }
     const HWND owner = m_owner ? m_owner->GetHandle() : nullptr;

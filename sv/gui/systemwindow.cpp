@@ -1,4 +1,5 @@
 #include "sv/control.h"
+#include "sv/systemfunction.h"
 
 #include <windows.h>
 #include <commctrl.h>
@@ -24,17 +25,10 @@ INT_PTR CALLBACK passOver(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
 
 // Loaded when it is needed: the classes of spin buttons and such register themselves then.
 void loadCommonControls() {
-    static const HMODULE library =
-        ::LoadLibraryExA("comctl32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-    static const bool done = [] {
-        if (!library) return false;
-        void* const address =
-            reinterpret_cast<void*>(::GetProcAddress(library, "InitCommonControlsEx"));
-        const auto init = reinterpret_cast<decltype(&::InitCommonControlsEx)>(address);
-        const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_UPDOWN_CLASS};
-        return init && init(&classes);
-    }();
-    static_cast<void>(done);
+    static auto* const init =
+        SystemFunction<decltype(::InitCommonControlsEx)>("comctl32.dll", "InitCommonControlsEx");
+    const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_UPDOWN_CLASS};
+    if (init) init(&classes);  // again and again harmlessly
 }
 
 void raise(long code, unsigned long detail) {

@@ -86,7 +86,7 @@ public:
     static bool IsModalDialogSuppression();
     static void SetModalDialogSuppressionLogfileName(const String& fileName);
     static const String& GetModalDialogSuppressionLogfileName();
-    // Appends "text" and a line end to that file. Failures are passed over.
+    // Appends "text" and a line end to that file, if one is named. Failures are passed over.
     static void ModalDialogSuppressionLog(const String& text);
     static void SetShowWindowSuppression(bool isSuppressed);
     static bool IsShowWindowSuppression();

@@ -18,4 +18,5 @@
 #include "sv/path.h"
 #include "sv/resource.h"
 #include "sv/string.h"
+#include "sv/systemfunction.h"
 #include "sv/window.h"
