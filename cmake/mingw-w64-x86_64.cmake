@@ -8,6 +8,7 @@ set(CMAKE_C_COMPILER ${ZBASIC_MINGW_TRIPLE}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${ZBASIC_MINGW_TRIPLE}-g++-posix)
 set(CMAKE_RC_COMPILER ${ZBASIC_MINGW_TRIPLE}-windres)
 set(CMAKE_STRIP ${ZBASIC_MINGW_TRIPLE}-strip)
+set(CMAKE_OBJCOPY ${ZBASIC_MINGW_TRIPLE}-objcopy)
 set(CMAKE_OBJDUMP ${ZBASIC_MINGW_TRIPLE}-objdump)
 
 # Headers and libraries of this machine must never be taken for those of the target.
