@@ -10,8 +10,9 @@
 
 namespace SV {
 
-// In pixels, from the left upper corner of the parent window.
+// The place of a control in its parent window.
 struct Area {
+    // In pixels; the place is that of the left upper corner, counted from the parent's.
     int x;
     int y;
     int width;
@@ -29,7 +30,10 @@ public:
 protected:
     SystemWindow() = default;
 
+    // Takes over a window that exists: its messages come here first, and the destructor destroys
+    // it. Null: the object stays without one.
     void attach(HWND handle);
+
     // Makes the window, hidden, and all in it from a dialog resource. One that no resource file
     // has raises `Application::Exception(256, number)`, one that the system cannot make 512.
     void createFromResource(const Window* parent, const ResId& id);
@@ -37,7 +41,9 @@ protected:
     std::intptr_t handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
     std::intptr_t handleDefault(unsigned message, std::uintptr_t wParam,
                                 std::intptr_t lParam) override;
-    // A control in this window tells something, by the system's code.
+
+    // The control `id` in this window tells something, by the system's code; 0 of a button: it was
+    // pressed. Here nothing happens.
     virtual void Notify(int id, int code);
 
 private:
@@ -54,8 +60,10 @@ public:
     // place that the resource says.
     Control(Window* parent, const ResId& id);
 
+    // Whether the user can use it.
     bool IsEnabled() const;
     virtual void SetEnabled(bool isEnabled);
+    // Where it lies. Setting it paints the control anew and, for another size, calls `Resize`.
     virtual Area GetArea() const;
     virtual void SetArea(const Area& area);
     virtual void Resize();  // the size has changed: lays out what is in it
@@ -67,14 +75,15 @@ protected:
 // Lines to choose one of, in a list or behind a button (the system's list and combo boxes).
 class SV_API ListBox : public Control {
 public:
-    enum : int { kNone = -1 };
+    enum : int { kNone = -1 };  // no line
 
+    // The list or combo box `id` of a window.
     ListBox(Window& parent, int id);
 
-    void Clear();
-    void Append(const String& text);
-    int GetCount() const;
-    String GetEntry(int pos) const;  // empty when there is none
+    void Clear();                     // drops all lines
+    void Append(const String& text);  // in a sorted list to its place; up to the first NUL
+    int GetCount() const;             // of lines
+    String GetEntry(int pos) const;   // empty when there is none
     // Positions count from 0. One that there is not selects nothing.
     void SelectPos(int pos);
     int GetSelectedPos() const;        // or `kNone`
@@ -93,10 +102,12 @@ private:
 // and, next in the resource, the spin buttons that belong to it.
 class SV_API MetricField : public Control {
 public:
+    // The two controls of a window; the bounds are 0 and 100 at first.
     MetricField(Window& parent, int editId, int spinId);
 
-    void SetMin(int least);
-    void SetMax(int most);  // a larger value becomes `most`
+    // The bounds, which count at once.
+    void SetMin(int least);  // a smaller value becomes `least`
+    void SetMax(int most);   // a larger value becomes `most`
     int GetMin() const { return m_min; }
     int GetMax() const { return m_max; }
     // Within the bounds, whatever is set or typed; an empty field has the lower one.
@@ -104,7 +115,8 @@ public:
     int GetValue() const;
 
     void SetEnabled(bool isEnabled) override;
-    Area GetArea() const override;  // with the buttons
+    // With the buttons, which keep their width.
+    Area GetArea() const override;
     void SetArea(const Area& area) override;
 
 protected:
@@ -122,12 +134,14 @@ private:
 // (numbers 1 and 2), Enter and Esc.
 class SV_API Dialog : public SystemWindow {
 public:
-    enum : int { kOk = 1, kCancel = 2 };
+    enum : int { kOk = 1, kCancel = 2 };  // the numbers of the buttons
 
+    // Makes it, unseen. `owner` (not owned, may be null) must live as long as the dialog.
     Dialog(Window* owner, const ResId& id);
 
     // Shows it in the middle of its owner, which cannot be used meanwhile; the number of the
-    // button that closed it. While modal dialogs are suppressed it is OK at once, unseen.
+    // button that closed it. While modal dialogs are suppressed it is OK at once, unseen, and the
+    // title is logged. `kCancel` when there is no dialog, and when the program is told to quit.
     int Execute();
 
 protected:

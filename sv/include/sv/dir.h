@@ -15,6 +15,7 @@ namespace SV {
 // is not absolute counts from the current directory.
 class SV_API DirEntry {
 public:
+    // Only keeps the path; each question asks the system anew.
     explicit DirEntry(const String& path) : m_path(path) {}
 
     const String& GetFull() const { return m_path; }  // as given
@@ -43,6 +44,8 @@ public:
     // long names only, without regard to case, so that "*.log" does not match "a.log1".
     explicit Dir(const DirEntry& pattern);
 
+    // The entries by index from 0 (which is not checked), and as a range. Their paths are the
+    // folder as the pattern has it, and the name.
     std::size_t Count() const { return m_entries.size(); }
     const DirEntry& operator[](std::size_t index) const { return m_entries[index]; }
     auto begin() const { return m_entries.begin(); }

@@ -2,6 +2,7 @@
 
 #pragma once
 
+// Stands before each class and function of this library that programs may use.
 #if !defined(_WIN32)
 #define SV_API
 #elif defined(SV_BUILD)

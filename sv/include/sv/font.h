@@ -10,7 +10,9 @@ struct HFONT__;
 
 namespace SV {
 
+// How large a window, a picture or a character is.
 struct Size {
+    // In pixels.
     int width = 0;
     int height = 0;
 
@@ -23,14 +25,17 @@ public:
     // Numbers of the tool library's colours, as callers know them.
     enum ColorNumber : int { kWindowTextColor = 20, kWindowColor = 21 };
 
-    Font() = default;
+    Font() = default;  // the system's choice in everything
     // Sizes in pixels; a width of 0 lets the system choose.
     Font(const String& face, Size size) : m_face(face), m_size(size) {}
 
-    const String& GetFace() const { return m_face; }
-    Size GetSize() const { return m_size; }
+    const String& GetFace() const { return m_face; }  // empty: the system's choice
+    Size GetSize() const { return m_size; }  // the height of characters, not of their cells
+    // The system's number of a character set (`..._CHARSET`), 1 (default) at first.
     int GetCharSet() const { return m_charSet; }
     void ChangeCharSet(int charSet) { m_charSet = charSet; }
+    // How callers want text drawn: a `ColorNumber` for the text and for what lies behind it, or
+    // nothing behind it (transparent, as at first). `Create` does not look at these.
     int GetTextColor() const { return m_textColor; }
     void ChangeTextColor(int number) { m_textColor = number; }
     int GetFillColor() const { return m_fillColor; }

@@ -12,6 +12,7 @@ namespace SV {
 // as it lives; what was selected before is selected again.
 class SV_API SelectedObject {
 public:
+    // Takes over `object`, a GDI handle; `device` stays the caller's and must outlive this.
     SelectedObject(HDC__* device, void* object);
     SelectedObject(const SelectedObject&) = delete;
     SelectedObject& operator=(const SelectedObject&) = delete;

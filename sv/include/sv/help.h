@@ -7,6 +7,7 @@
 
 namespace SV {
 
+// Which help file a program has, and whether its help is on; off at first. A plain value.
 class SV_API Help {
 public:
     // What `Enable` is given by callers: help by keyboard and by menu.
@@ -17,6 +18,7 @@ public:
         m_mode = mode;
         m_fileName = fileName;
     }
+    // As given to `Enable` last: 0 and empty before.
     int GetMode() const { return m_mode; }
     const String& GetFileName() const { return m_fileName; }
 

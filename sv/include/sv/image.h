@@ -19,23 +19,25 @@ class Bitmap;
 // Pixels as 0x00RRGGBB, rows from the top.
 class SV_API Image {
 public:
-    Image() = default;
+    Image() = default;          // empty
     explicit Image(Size size);  // black; empty when memory runs out or a side is below 1
 
-    bool IsEmpty() const { return m_pixels.empty(); }
-    Size GetSize() const { return m_size; }
+    bool IsEmpty() const { return m_pixels.empty(); }  // has it no pixels?
+    Size GetSize() const { return m_size; }            // 0 by 0 then
+    // The pixels of a row, from the left; `y` counts from 0 and is not checked. Valid until the
+    // picture gets another size, is assigned to or destroyed.
     std::uint32_t* GetRow(int y) {
         return m_pixels.data() + std::size_t(y) * std::size_t(m_size.width);
     }
     const std::uint32_t* GetRow(int y) const { return const_cast<Image*>(this)->GetRow(y); }
 
     // To another size, each pixel the average of what it covers; false (and no
-    // change) when a side is below 1 or memory runs out.
+    // change) for an empty picture, when a side is below 1 or memory runs out.
     bool Rescale(Size size);
     // Keeps the rectangle from (left, top) to (right, bottom), both inclusive and
     // cut at the picture's edges; false (and no change) when nothing is left.
     bool Crop(int left, int top, int right, int bottom);
-    // Draws the whole picture at (x, y) of a device context.
+    // Draws the whole picture with its left upper corner at (x, y) of a device context.
     void Draw(HDC__* device, int x, int y) const;
 
 private:
@@ -46,19 +48,21 @@ private:
 // A device-dependent picture that windows paint fast. Copies share the object.
 class SV_API Bitmap {
 public:
-    Bitmap() = default;
+    Bitmap() = default;  // empty
+    // A copy of these pixels; empty when the system has no room.
     explicit Bitmap(const Image& image);
-    // Takes over `handle`.
+    // Takes over `handle`, of a picture of that size; null: empty.
     Bitmap(HBITMAP__* handle, Size size);
+    // The system's object is deleted with the last copy.
     Bitmap(const Bitmap&);
     Bitmap(Bitmap&&) noexcept;
     Bitmap& operator=(const Bitmap&);
     Bitmap& operator=(Bitmap&&) noexcept;
     ~Bitmap();
 
-    bool IsEmpty() const { return !m_shared; }
-    Size GetSize() const;
-    HBITMAP__* GetHandle() const;  // stays ours; null for an empty one
+    bool IsEmpty() const { return !m_shared; }  // is there no picture?
+    Size GetSize() const;                       // 0 by 0 for an empty one
+    HBITMAP__* GetHandle() const;               // stays ours; null for an empty one
 
 private:
     struct Shared;
@@ -75,11 +79,13 @@ public:
     VirtualDevice& operator=(const VirtualDevice&) = delete;
     ~VirtualDevice();
 
-    HDC__* GetDC() const { return m_dc; }
-    Size GetSize() const { return m_size; }
-    // One row of what is drawn now; valid until something is drawn.
+    HDC__* GetDC() const { return m_dc; }    // to draw on; stays ours
+    Size GetSize() const { return m_size; }  // as asked for
+    // One row of what is drawn now, from the left as 0x00RRGGBB; valid until something is drawn.
+    // `y` counts from 0 and is not checked. Not of an empty device.
     const std::uint32_t* GetRow(int y) const;
-    Bitmap GetBitmap() const;  // copies of it
+    // Copies of it; empty ones of an empty device and when there is no room.
+    Bitmap GetBitmap() const;
     Image GetImage() const;
 
 private:
@@ -93,6 +99,7 @@ private:
 // The archive that programs' pictures come from. The library only says where it lies.
 class SV_API ImagePool {
 public:
+    // Its path, empty until it is set. Main thread only.
     static void SetPoolFile(const String& fileName);
     static const String& GetPoolFile();
 };

@@ -12,15 +12,18 @@ namespace SV {
 // buttons. A fresh object has the settings of the user's locale.
 class SV_API International {
 public:
-    International();
+    International();  // the button texts are the English ones
 
-    // In the locale's short form, long form, and time form.
+    // In the locale's short form, long form, and time form. A date that is no day gives an empty
+    // text. Hours need not end at 23, and of a negative time the magnitude is written; without
+    // seconds their separator goes, too, and there are no hundredths.
     String GetDate(const Date& date) const;
     String GetLongDate(const Date& date) const;
     String GetTime(const Time& time, bool withSeconds = true, bool withHundredths = false) const;
     // Whether years in long dates have four digits (as the locale says at first).
     void ChangeLongDateCentury(bool withCentury) { m_longDateCentury = withCentury; }
 
+    // The texts of the standard buttons. Only kept here, for whoever makes buttons.
     const String& GetOKText() const { return m_ok; }
     const String& GetCancelText() const { return m_cancel; }
     const String& GetHelpText() const { return m_help; }

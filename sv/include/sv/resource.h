@@ -11,14 +11,15 @@ namespace SV {
 
 // Names one resource.
 struct ResId {
-    static constexpr std::uint32_t kString = 0x0200;
-    static constexpr std::uint32_t kDialog = 0x0300;
+    static constexpr std::uint32_t kString = 0x0200;  // types: a text
+    static constexpr std::uint32_t kDialog = 0x0300;  // a dialog box or a group of controls
 
+    // A text, unless a type is given.
     explicit constexpr ResId(std::uint32_t resNumber, std::uint32_t resType = kString)
         : number(resNumber), type(resType) {}
 
-    std::uint32_t number;
-    std::uint32_t type;
+    std::uint32_t number;  // in the resource file
+    std::uint32_t type;    // one of the two above
 };
 
 // One resource file (a DLL, loaded as data: none of its code ever runs). A
@@ -30,12 +31,13 @@ struct ResId {
 // name as a text; that address is valid until the next such exception.
 class SV_API ResMgr {
 public:
+    // Loads the file; whether that succeeded tells `IsLoaded`.
     explicit ResMgr(const String& fileName);
     ResMgr(const ResMgr&) = delete;
     ResMgr& operator=(const ResMgr&) = delete;
     ~ResMgr();
 
-    bool IsLoaded() const { return m_module != nullptr; }
+    bool IsLoaded() const { return m_module != nullptr; }     // if not, it has no resources
     const String& GetFileName() const { return m_fileName; }  // as given
 
     // The text in the process code page; false when the file has none (or an

@@ -17,9 +17,9 @@ namespace SV {
 // The constants of `String`. A base of its own: constants of an exported class cannot be bound
 // to references in a program that imports it.
 struct StringConstants {
-    static constexpr std::size_t npos = static_cast<std::size_t>(-1);
-    static constexpr std::size_t kInlineCapacity = 23;
-    static constexpr std::size_t kMaxSize = static_cast<std::size_t>(-1) / 4;
+    static constexpr std::size_t npos = static_cast<std::size_t>(-1);  // no position; up to the end
+    static constexpr std::size_t kInlineCapacity = 23;                 // bytes held in the object
+    static constexpr std::size_t kMaxSize = static_cast<std::size_t>(-1) / 4;  // bytes of any text
 };
 
 // 8-bit text in the process code page; may hold NUL bytes, and always has one
@@ -37,6 +37,7 @@ class SV_API String : public StringConstants {
 public:
     String() noexcept { setInline(0); }
     String(const char* text) : String(text, text ? std::strlen(text) : 0) {}  // null: empty
+    // A copy of these bytes, NUL bytes among them; `text` may be null when `size` is 0.
     String(const char* text, std::size_t size) {
         if (size > kInlineCapacity) {
             initHeap(text, size);
@@ -46,7 +47,8 @@ public:
         }
     }
     explicit String(std::string_view text) : String(text.data(), text.size()) {}
-    String(std::size_t count, char c);
+    String(std::size_t count, char c);  // that many times `c`
+    // A long text is shared, not copied.
     String(const String& other) {
         if (other.isHeap()) {
             initShared(other);
@@ -54,10 +56,12 @@ public:
             std::memcpy(m_inline, other.m_inline, sizeof m_inline);
         }
     }
+    // What was moved from is empty.
     String(String&& other) noexcept {
         std::memcpy(m_inline, other.m_inline, sizeof m_inline);
         other.setInline(0);
     }
+    // As the constructors, also from a part of this text; null is empty.
     String& operator=(const String& other);
     String& operator=(String&& other) noexcept {
         if (this != &other) {
@@ -71,23 +75,28 @@ public:
     String& operator=(std::string_view text) { return assign(text.data(), text.size()); }
     ~String() { release(); }
 
+    // The bytes with the NUL behind them; valid until this object is changed or destroyed.
     const char* c_str() const noexcept { return data(); }
     const char* data() const noexcept { return isHeap() ? m_heap.block->text() : m_inline; }
+    // Bytes, without the NUL at the end.
     std::size_t size() const noexcept {
         return isHeap() ? m_heap.size : kInlineCapacity - inlineRoom();
     }
     bool empty() const noexcept { return size() == 0; }
+    // The bytes that fit without a new block, if no copy shares this one.
     std::size_t capacity() const noexcept {
         return isHeap() ? m_heap.block->capacity : kInlineCapacity;
     }
     // No check of the index; the byte behind the last one is the NUL.
     char operator[](std::size_t index) const noexcept { return data()[index]; }
+    // The bytes as a range; valid as `data`.
     const char* begin() const noexcept { return data(); }
     const char* end() const noexcept { return data() + size(); }
     operator std::string_view() const noexcept { return {data(), size()}; }
 
     void clear() noexcept;               // keeps memory that nobody shares
     void reserve(std::size_t capacity);  // room for that many bytes without a new block
+    // Adds at the end; `text` may lie in this object. Takes constant time a byte, on average.
     String& append(const char* text, std::size_t size) {
         char* const room = growInPlace(size);
         if (!room) return appendSlow(text, size);
@@ -113,12 +122,14 @@ public:
         return *this;
     }
     String& assign(std::string_view text) { return assign(text.data(), text.size()); }
+    // As `append`; null adds nothing.
     String& operator+=(const String& text) { return append(text.data(), text.size()); }
     String& operator+=(std::string_view text) { return append(text.data(), text.size()); }
     String& operator+=(const char* text) { return append(text, text ? std::strlen(text) : 0); }
     String& operator+=(char c) { return append(&c, 1); }
 
-    // Positions beyond the end count as the end.
+    // Positions beyond the end count as the end, counts reach to it at most. `text` may lie in
+    // this object.
     String& insert(std::size_t pos, std::string_view text) { return replace(pos, 0, text); }
     String& erase(std::size_t pos, std::size_t count = npos) { return replace(pos, count, {}); }
     String& replace(std::size_t pos, std::size_t count, std::string_view text);
@@ -232,6 +243,7 @@ private:
     };
 };
 
+// The one text and the other behind it; null is empty.
 SV_API String operator+(const String& a, std::string_view b);
 SV_API String operator+(std::string_view a, const String& b);
 inline String operator+(const String& a, const String& b) { return a + std::string_view(b); }
@@ -247,6 +259,7 @@ inline String operator+(String&& a, const String& b) {
 inline String operator+(String&& a, const char* b) { return static_cast<String&&>(a += b); }
 inline String operator+(String&& a, char b) { return static_cast<String&&>(a += b); }
 
+// Writes all bytes, NUL bytes too, with the stream's width and fill.
 SV_API std::ostream& operator<<(std::ostream& stream, const String& text);
 
 // The decimal integer at the start of `text` behind white space and a sign; 0
@@ -264,8 +277,10 @@ SV_API String ConvertUTF8StringToString(const String& utf8);
 
 }  // namespace SV
 
+// By the bytes, as `std::hash` of an equal `std::string_view`.
 template <>
 struct std::hash<SV::String> {
+    // Equal texts, equal numbers.
     std::size_t operator()(const SV::String& text) const noexcept {
         return std::hash<std::string_view>()(text);
     }
