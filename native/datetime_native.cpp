@@ -10,7 +10,9 @@ namespace {
 
 std::tm localNow() {
     const std::time_t now = std::time(nullptr);
-    return *std::localtime(&now);
+    std::tm local{};
+    ::localtime_r(&now, &local);  // unlike `std::localtime`, for several threads
+    return local;
 }
 
 Date dateOf(const std::tm& now) { return {now.tm_mday, now.tm_mon + 1, now.tm_year + 1900}; }

@@ -84,7 +84,10 @@ long& Zel_GetCoreVar(ZelCoreVarType index) {
     return g_noCoreVar;
 }
 
-long Zel_GetCoreVarConst(ZelCoreVarType index) { return Zel_GetCoreVar(index); }
+long Zel_GetCoreVarConst(ZelCoreVarType index) {
+    const auto place = static_cast<std::size_t>(index);
+    return place < kCoreVarCount ? g_coreVars[place] : 0;
+}
 
 void Zel_SetCoreVar(ZelCoreVarType index, long value) { Zel_GetCoreVar(index) = value; }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <istream>
 #include <memory>
+#include <mutex>
 #include <ostream>
 #include <string>
 
@@ -48,6 +49,15 @@ private:
 };
 
 MapBytes g_mapBytes;
+
+// Has one of several first conversions load the map.
+template <class Load>
+void loadFirst(const std::atomic<bool>& isLoaded, const Load& load) {
+    static std::mutex mutex;
+    if (isLoaded.load(std::memory_order_acquire)) return;
+    const std::lock_guard lock(mutex);
+    if (!isLoaded) load();
+}
 
 // The converted text in pieces: stretches as they are, and what the map has for a byte.
 template <class Append>
@@ -96,7 +106,7 @@ std::string meaningOf(std::string line) {
 }  // namespace
 
 SV::String ZelSGMLString::g_aEntities[256];
-bool ZelSGMLString::g_bInitedCharMap = false;
+std::atomic<bool> ZelSGMLString::g_bInitedCharMap = false;
 std::int32_t ZelSGMLString::g_nMappingStartOffset = 128;
 SV::String ZelSGMLString::g_sLanguage;
 bool ZelSGMLString::g_bWarn = true;
@@ -138,7 +148,7 @@ std::ostream& operator<<(std::ostream& stream, const ZelSGMLString& text) {
         const SV::String converted = ZelSGMLString::GetSGMLString(text.m_text);
         return converted.empty() ? stream : stream << std::string_view(converted);
     }
-    if (!ZelSGMLString::g_bInitedCharMap) ZelSGMLString::__initCharMap(nullptr);
+    loadFirst(ZelSGMLString::g_bInitedCharMap, [] { ZelSGMLString::__initCharMap(nullptr); });
     StreamPieces pieces(stream);
     eachPiece(text.m_text, [&pieces](std::string_view piece) { pieces.append(piece); });
     pieces.flush();
@@ -208,7 +218,7 @@ void ZelSGMLString::assignEntities(std::string_view entities) {
 }
 
 std::size_t ZelSGMLString::__getConvertedLen(const SV::String& text, bool& converted) {
-    if (!g_bInitedCharMap) __initCharMap(nullptr);
+    loadFirst(g_bInitedCharMap, [] { __initCharMap(nullptr); });
     std::size_t size = text.size();
     const char* at = findByte(text.begin(), text.end(), g_mapBytes);
     converted = at != text.end();

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
@@ -18,9 +19,9 @@ enum ZelExportFileType : std::int32_t { kExportFileTypeXml = 1 };
 // SGML goes through a character map of the process: an entity reference per byte, or
 // none to copy the byte. XML follows fixed rules and is UTF-8.
 //
-// Threads: map, warnings and export file type are the process's and have no lock; they
-// must not be set while another thread converts text. The first conversion loads the
-// map if `SetCharacterMap` has not.
+// Threads: any number may convert text at a time. Map, warnings and export file type are the
+// process's and must not be set meanwhile. The first conversion loads the map if
+// `SetCharacterMap` has not; several may be the first.
 class ZBASIC_API ZelSGMLString {
 public:
     ZelSGMLString(const char* text);  // null: empty
@@ -81,7 +82,7 @@ private:
     static void assignEntities(std::string_view entities);
 
     static SV::String g_aEntities[256];  // empty: the byte is copied
-    static bool g_bInitedCharMap;
+    static std::atomic<bool> g_bInitedCharMap;
     static std::int32_t g_nMappingStartOffset;  // of the mapping file's first entity: 128 or 0
     static SV::String g_sLanguage;
     static bool g_bWarn;
