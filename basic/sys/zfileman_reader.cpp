@@ -32,19 +32,14 @@ Failure tooLarge() { return {ZelWholeFileReader::kTooLarge, "is larger than 2 GB
 
 class WholeFile {
 public:
-    explicit WholeFile(const SV::String& fileName) : m_file(openInputFile(fileName.c_str())) {}
-    WholeFile(const WholeFile&) = delete;
-    WholeFile& operator=(const WholeFile&) = delete;
-    ~WholeFile() {
-        if (m_file != noInputFile()) closeInputFile(m_file);
-    }
+    explicit WholeFile(const SV::String& fileName) : m_file(fileName.c_str()) {}
 
     std::optional<Failure> read(SV::String& content, bool keepsBytes);
 
 private:
     bool append(SV::String& content, bool keepsBytes, bool isEnd);
 
-    void* const m_file;
+    const InputFile m_file;
     // What was read last, in front the part of a character that came before it.
     const std::unique_ptr<char[]> m_block = std::make_unique<char[]>(kLongestPart + kBlockSize);
     std::size_t m_size = 0;
@@ -53,13 +48,13 @@ private:
 };
 
 std::optional<Failure> WholeFile::read(SV::String& content, bool keepsBytes) {
-    if (m_file == noInputFile()) return failureOfSystem("cannot be opened: ");
-    const std::optional<std::int64_t> size = inputFileSize(m_file);
+    if (!m_file) return failureOfSystem("cannot be opened: ");
+    const std::optional<std::int64_t> size = inputFileSize(m_file.get());
     if (!size) return failureOfSystem("cannot be read: ");
     if (*size > kLargestFile) return tooLarge();
     content.reserve(static_cast<std::size_t>(*size));
     for (std::int64_t sum = 0;;) {
-        const auto count = readInputFile(m_file, m_block.get() + m_size, kBlockSize);
+        const auto count = readInputFile(m_file.get(), m_block.get() + m_size, kBlockSize);
         if (!count) return failureOfSystem("cannot be read: ");
         sum += *count;
         if (sum > kLargestFile) return tooLarge();  // it has grown meanwhile

@@ -8,7 +8,7 @@
 // The "none" among the handles that `openInputFile` gives.
 void* noInputFile();
 
-// Opens an existing file for reading, shared with other readers.
+// Opens an existing file for reading, shared with other readers. Child processes do not inherit it.
 void* openInputFile(const char* name);
 void closeInputFile(void* file);
 
@@ -19,6 +19,23 @@ std::optional<std::int32_t> readInputFile(void* file, char* buffer, std::int32_t
 
 // From the start of the file; false when `offset` is negative.
 bool seekInputFile(void* file, std::int64_t offset);
+
+// Owner of such a file.
+class InputFile {
+public:
+    explicit InputFile(const char* name) : m_file(openInputFile(name)) {}
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+    ~InputFile() {
+        if (*this) closeInputFile(m_file);
+    }
+
+    explicit operator bool() const { return m_file != noInputFile(); }
+    void* get() const { return m_file; }
+
+private:
+    void* const m_file;
+};
 
 // Ends the process at once with exit code 1 and tells the user why.
 [[noreturn]] void stopProcess(const char* message);

@@ -1,8 +1,8 @@
 #include "text/mlcontainer.h"
 
 #include <algorithm>
-#include <fstream>
 
+#include "text/inputfile.h"
 #include "text/mltextindex.h"
 #include "zbasic/zmlstring.h"
 
@@ -15,6 +15,19 @@ void setLength(int* length, std::string_view text) {
 int positionOf(std::string_view part, std::string_view text) {
     const std::size_t position = text.find(part);
     return position == text.npos ? ZEL_MULTILANG_NOT_FOUND : static_cast<int>(position);
+}
+
+// Fewer bytes than `size` when the file ends, or fails, before.
+std::size_t readUpTo(std::size_t size, char* bytes, const InputFile& file) {
+    constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;
+    std::size_t sum = 0;
+    while (sum < size) {
+        const auto part = static_cast<std::int32_t>(std::min(size - sum, kMostAtOnce));
+        const auto count = readInputFile(file.get(), bytes + sum, part);
+        if (!count || *count == 0) break;
+        sum += static_cast<std::size_t>(*count);
+    }
+    return sum;
 }
 
 }  // namespace
@@ -102,14 +115,10 @@ ZelMLResFileReader::ZelMLResFileReader(MlStringTable& table, const SV::String& p
 ZelMLResFileReader::~ZelMLResFileReader() = default;
 
 bool ZelMLResFileReader::read(std::vector<char>& buffer) {
-    std::ifstream file(m_path.c_str(), std::ios::binary | std::ios::ate);
-    if (!file) return false;
-    const std::streamoff size = file.tellg();
-    if (size < 0) return false;
-    if (buffer.size() < static_cast<std::size_t>(size)) {
-        buffer.resize(static_cast<std::size_t>(size));
-    }
-    file.seekg(0);
-    file.read(buffer.data(), size);
-    return m_table->add(buffer.data(), static_cast<std::size_t>(file.gcount()));
+    const InputFile file(m_path.c_str());
+    const auto size = file ? inputFileSize(file.get()) : std::nullopt;
+    if (!size) return false;
+    const auto room = static_cast<std::size_t>(*size);
+    if (buffer.size() < room) buffer.resize(room);
+    return m_table->add(buffer.data(), readUpTo(room, buffer.data(), file));
 }
