@@ -13,7 +13,8 @@ set(CMAKE_OBJDUMP ${ZBASIC_MINGW_TRIPLE}-objdump)
 
 # Headers and libraries of this machine must never be taken for those of the target.
 # ZBASIC_DEPS names the folders of what scripts/build-deps.sh has built.
-set(CMAKE_FIND_ROOT_PATH /usr/${ZBASIC_MINGW_TRIPLE} ${ZBASIC_DEPS})
+# CMAKE_PREFIX_PATH names what a project uses of others, this library for one.
+set(CMAKE_FIND_ROOT_PATH /usr/${ZBASIC_MINGW_TRIPLE} ${ZBASIC_DEPS} ${CMAKE_PREFIX_PATH})
 list(APPEND CMAKE_PREFIX_PATH ${ZBASIC_DEPS})
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES ZBASIC_DEPS)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
@@ -21,5 +22,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Lets CTest and custom commands run our programs as they are.
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/wine-run)
+# Lets CTest and custom commands run our programs as they are. An installed copy of this file has
+# no such script beside it.
+if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/wine-run)
+    set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/wine-run)
+endif()

@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# What others get: builds the example and the plug-in template against the installed library and
+# against the build tree, and runs both. sdk.sh BUILD-FOLDER SOURCE-FOLDER EMULATOR
+set -euo pipefail
+
+build=$1 source=$2 emulator=$3
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+trap 'echo "line $LINENO: $BASH_COMMAND" >&2' ERR
+
+# build_against PREFIX TOOLCHAIN PROJECT: in $work/PROJECT.
+build_against() {
+    rm -rf "${work:?}/$3"
+    {
+        cmake -G Ninja -S "$source/$3" -B "$work/$3" "-DCMAKE_PREFIX_PATH=$1" \
+            "-DCMAKE_TOOLCHAIN_FILE=$2" -DCMAKE_BUILD_TYPE=Release && cmake --build "$work/$3"
+    } >"$work/log" 2>&1 || { cat "$work/log" >&2; return 1; }
+}
+
+# The package moves: it is found where it lies, not where it was made for.
+cmake --install "$build" --prefix "$work/first" >/dev/null
+mv "$work/first" "$work/sdk"
+ours=$source/cmake/mingw-w64-x86_64.cmake
+for tree in "$work/sdk $work/sdk/share/cmake/zbasic/mingw-w64-x86_64.cmake" "$build $ours"; do
+    read -r prefix toolchain <<<"$tree"
+    build_against "$prefix" "$toolchain" examples/hello-host
+    hello=$work/examples/hello-host/hello-host.exe
+    printed=$(cd "$work" && "$emulator" "$hello" '*server*' web-server printer Mailserver -lang1031)
+    [[ "$printed" == web-server*Mailserver*"2 in "*"zbasic 1.8."* ]]
+    code=0
+    (cd "$work" && "$emulator" "$hello" '*server*' printer >/dev/null) || code=$?
+    [ "$code" -eq 1 ]
+    build_against "$prefix" "$toolchain" tools/plugin-template
+done
+
+# The template's command in the host.
+cp "$work/tools/plugin-template/wordcount.dll" "$work/sdk/bin/plugins/"
+"$emulator" "$work/sdk/bin/zelplugcheck.exe" "$work/sdk/bin/plugins/wordcount.dll" | tail -n 1 |
+    grep -q '^would be taken'
+cd "$work"
+echo 'graph [ ]' >model.gml
+"$emulator" "$work/sdk/bin/zelhost.exe" model '-runwordcount one two  three' -no_windows |
+    grep -q '^3 words'
+
+# Without CMake: the flags that pkg-config would give name what is there.
+grep -q '^prefix=${pcfiledir}' "$work/sdk/lib/pkgconfig/zbasic.pc"
+x86_64-w64-mingw32-g++-posix -std=c++20 "-I$work/sdk/include" \
+    "$source/examples/hello-host/main.cpp" -o "$work/sdk/bin/plain.exe" \
+    "-L$work/sdk/lib" -lzbasic18 -lsv18
+"$emulator" "$work/sdk/bin/plain.exe" 'a?c' abc | grep -q '^abc'
+
+# Symbols lie apart, and belong to the file.
+for file in zbasic18.dll sv18.dll zelhost.exe; do
+    [ -s "$work/sdk/bin/.debug/$file.debug" ]
+    x86_64-w64-mingw32-objdump -h "$work/sdk/bin/$file" | grep -q gnu_debuglink
+    ! x86_64-w64-mingw32-objdump -h "$work/sdk/bin/$file" | grep -q '\.debug_info'
+done
