@@ -43,12 +43,14 @@ Answer ofAutomaton(const PosixPattern& pattern, const std::string& text) {
     return {true, start, forward.longestEnd(text, start)};
 }
 
-// The peer is wrong about repeated anchors and slow with nested bounds, and it has classes and
-// cases of another code page.
+// The peer is wrong about repeated anchors and slow with nested bounds, doubles its memory with
+// each
+// "+" behind another, and has classes and cases of another code page.
 bool isForPeer(const std::string& expression, const std::string& text) {
     const auto isForeign = [](char c) { return static_cast<unsigned char>(c) > 126; };
     return expression.find_first_of("^$\\{[:") == std::string::npos &&
            std::string(expression + text).find_first_of("\n\x7F") == std::string::npos &&
+           std::count(expression.begin(), expression.end(), '+') <= 8 &&
            std::find_if(expression.begin(), expression.end(), isForeign) == expression.end();
 }
 
