@@ -44,8 +44,7 @@ Answer ofAutomaton(const PosixPattern& pattern, const std::string& text) {
 }
 
 // The peer is wrong about repeated anchors and slow with nested bounds, doubles its memory with
-// each
-// "+" behind another, and has classes and cases of another code page.
+// each "+" behind another, and has classes and cases of another code page.
 bool isForPeer(const std::string& expression, const std::string& text) {
     const auto isForeign = [](char c) { return static_cast<unsigned char>(c) > 126; };
     return expression.find_first_of("^$\\{[:") == std::string::npos &&
