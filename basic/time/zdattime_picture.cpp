@@ -1,7 +1,10 @@
 // Dates and times by pictures.
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
+#include <utility>
 
 #include "time/digits.h"
 #include "time/localeforms.h"
@@ -33,83 +36,121 @@ constexpr auto kPairs = [] {
     return pairs;
 }();
 
-// Copied from where they are: what has just been written byte by byte is slow to be copied.
-void appendPair(SV::String& text, int number) {
-    text.append(kPairs.data() + 2 * static_cast<std::size_t>(number), 2);
+char* writePair(char* out, int number) {
+    std::memcpy(out, kPairs.data() + 2 * static_cast<std::size_t>(number), 2);
+    return out + 2;
 }
 
-void appendNumber(SV::String& text, int number, std::ptrdiff_t width) {
-    if (number >= 0 && number < 100 && width == 2) {
-        appendPair(text, number);
-    } else if (number >= 1000 && number < 10000) {
-        appendPair(text, number / 100);
-        appendPair(text, number % 100);
-    } else {
-        char digits[12];
-        text.append(digits, static_cast<std::size_t>(writePadded(digits, number, width) - digits));
+char* writeTwo(char* out, int number) {
+    return number >= 0 && number < 100 ? writePair(out, number) : writePadded(out, number, 2);
+}
+
+char* writeYear(char* out, int year) {
+    if (year < 1000 || year >= 10000) return writePadded(out, year, 0);
+    return writePair(writePair(out, year / 100), year % 100);
+}
+
+// A text that is put together on the stack, in pieces: one is enough for the usual picture. Where
+// the piece ends is in the writer's hands, that is in a register.
+class Pieces {
+public:
+    char* begin() { return m_piece; }
+
+    // Makes room for a number, at least.
+    char* withRoom(char* end) { return hasRoom(end) ? end : handOn(end); }
+    char* add(char* end, const SV::String& name) {
+        const std::size_t size = name.size();
+        if (size > kRoom || !hasRoom(end)) {
+            handOn(end);
+            m_before += name;
+            return m_piece;
+        }
+        std::memcpy(end, name.data(), kRoom);  // of a constant size: a `String` holds that much
+        return end + size;
     }
-}
+    char* add(char* end, std::size_t count, char c) {
+        if (count <= kRoom && hasRoom(end)) return std::fill_n(end, count, c);
+        handOn(end);
+        m_before.append(count, c);
+        return m_piece;
+    }
+    SV::String text(const char* end) {
+        SV::String text = std::move(m_before);
+        if (text.empty()) {
+            text.assignPadded(m_piece, static_cast<std::size_t>(end - m_piece));
+        } else {
+            text.append(m_piece, static_cast<std::size_t>(end - m_piece));
+        }
+        return text;
+    }
 
-// Appends what a run stands for; false when it stands for itself.
-bool appendField(SV::String& text, const SV::Date& date, int field) {
+private:
+    static constexpr std::size_t kSize = 256;
+    static constexpr std::size_t kRoom = 16;
+    static_assert(kRoom <= SV::String::kInlineCapacity);
+
+    bool hasRoom(const char* end) const { return end <= m_piece + (kSize - kRoom); }
+    char* handOn(const char* end) {
+        m_before.append(m_piece, static_cast<std::size_t>(end - m_piece));
+        return m_piece;
+    }
+
+    SV::String m_before;
+    char m_piece[kSize];
+};
+
+// Writes what a run stands for at `out`; null when it stands for itself.
+char* writeField(Pieces& pieces, char* out, const SV::Date& date, int field) {
     switch (field) {
         case run('D', 2):
-            appendNumber(text, date.GetDay(), 2);
-            return true;
+            return writeTwo(out, date.GetDay());
         case run('D', 3):
-            text += weekdayName(date.GetDayOfWeek());
-            return true;
+            return pieces.add(out, weekdayName(date.GetDayOfWeek()));
         case run('M', 2):
-            appendNumber(text, date.GetMonth(), 2);
-            return true;
+            return writeTwo(out, date.GetMonth());
         case run('M', 3):
-            text += monthName(date.GetMonth() - 1);
-            return true;
+            return pieces.add(out, monthName(date.GetMonth() - 1));
         case run('Y', 2):
-            appendNumber(text, date.GetYear() % 100, 2);
-            return true;
+            return writeTwo(out, date.GetYear() % 100);
         case run('Y', 4):
-            appendNumber(text, date.GetYear(), 0);
-            return true;
+            return writeYear(out, date.GetYear());
         default:
-            return false;
+            return nullptr;
     }
 }
 
-bool appendField(SV::String& text, const SV::Time& time, int field) {
+char* writeField(Pieces&, char* out, const SV::Time& time, int field) {
     switch (field) {
         case run('H', 2):
-            appendNumber(text, time.GetHour(), 2);
-            return true;
+            return writeTwo(out, time.GetHour());
         case run('M', 2):
-            appendNumber(text, time.GetMin(), 2);
-            return true;
+            return writeTwo(out, time.GetMin());
         case run('S', 2):
-            appendNumber(text, time.GetSec(), 2);
-            return true;
+            return writeTwo(out, time.GetSec());
         default:
-            return false;
+            return nullptr;
     }
 }
 
 template <class Moment>
 SV::String byPicture(const Moment& moment, const SV::String& format) {
-    SV::String text;
-    text.reserve(format.size());
+    Pieces pieces;
+    char* out = pieces.begin();
     const char* const last = format.end();
     for (const char* start = format.begin(); start != last;) {
+        out = pieces.withRoom(out);
         const char letter = upper(*start);
+        const char* const begin = start++;
         if (!isPictureLetter(moment, letter)) {
-            text += letter;
-            ++start;
+            *out++ = letter;
             continue;
         }
-        const char* const begin = start;
         while (start != last && upper(*start) == letter) ++start;
         const auto length = static_cast<std::size_t>(start - begin);
-        if (!appendField(text, moment, run(letter, length))) text.append(length, letter);
+        char* const next = writeField(pieces, out, moment, run(letter, length));
+        out = next ? next : pieces.add(out, length, letter);
     }
-    return text;
+    return pieces.text(out);
 }
 
 }  // namespace

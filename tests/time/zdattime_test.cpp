@@ -148,6 +148,17 @@ TEST(Pictures, ReplaceRuns) {
     EXPECT_EQ(ZelDate::GetFormatedDate(SV::Date(7, 3, 2024), many), expected);
 }
 
+TEST(Pictures, AreWrittenAtAnyPlace) {
+    for (std::size_t place = 0; place < 600; ++place) {
+        SCOPED_TRACE(place);
+        const SV::String before(place, '.');
+        EXPECT_EQ(ZelDate::GetFormatedDate(SV::Date(7, 3, 2024), before + "yyyy ddd dddd, mmm dd"),
+                  before + "2024 Thursday DDDD, March 07");
+        EXPECT_EQ(ZelDate::GetFormatedTime(SV::Time(1234567, 2), before + "hh:mm hhh"),
+                  before + "1234567:02 HHH");
+    }
+}
+
 TEST(Pictures, ShowWhateverIsInDatesAndTimes) {
     const auto date = [](const SV::Date& value) {
         return ZelDate::GetFormatedDate(value, "dd mm mmm yy yyyy");
