@@ -51,6 +51,11 @@ export(EXPORT zbasic-targets NAMESPACE zbasic:: FILE ${here}/zbasic-targets.cmak
 configure_file(cmake/zbasic.pc.in ${made}/zbasic.pc @ONLY)
 install(FILES ${made}/zbasic.pc DESTINATION lib/pkgconfig)
 
+include(cmake/licences.cmake)
+# The last: it lists what the others have installed.
+configure_file(cmake/sbom.cmake.in ${made}/sbom.cmake @ONLY)
+install(SCRIPT ${made}/sbom.cmake)
+
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_NAME zbasic)
 set(CPACK_PACKAGE_FILE_NAME zbasic-${PROJECT_VERSION}-win64)

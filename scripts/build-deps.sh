@@ -98,7 +98,7 @@ openssl_library() {
         ./Configure "$@" --cross-compile-prefix=x86_64-w64-mingw32- CC=gcc-posix &&
             make -j"$(nproc)" build_generated && make -j"$(nproc)" libcrypto.a &&
             mkdir -p "$work/install/lib" && cp libcrypto.a "$work/install/lib/" &&
-            cp -r include LICENSE.txt "$work/install/"
+            cp -r include "$work/install/"
     ) >"$work/log" 2>&1 || { tail -n 30 "$work/log" >&2; return 1; }
     mkdir -p "$(dirname "$prefix")"
     mv "$work/install" "$prefix"
@@ -109,12 +109,12 @@ openssl_library() {
 # BUILD. A listed version that was built before serves; else the newest that can be fetched (an
 # archive's copy may lack the very newest).
 debian_library() {
-    local build=$1 package=$2 versions version prefix sources
+    local build=$1 package=$2 versions version prefix sources unpacked
     shift 2
     versions=$(source_versions "$package")
     for version in $versions; do
         prefix=$(prefix_of "$package" "$version" "$@")
-        if [ -d "$prefix" ]; then
+        if [ -f "$prefix/copyright" ]; then
             printf '%s' "$prefix"
             return
         fi
@@ -123,7 +123,11 @@ debian_library() {
     for version in $versions; do
         unpack_source "$package" "$version" "$sources" || continue
         prefix=$(prefix_of "$package" "$version" "$@")
-        "$build" "$prefix" "$(echo "$sources/${package%%[0-9]*}"*/)" "$@" || return 1
+        unpacked=$(echo "$sources/${package%%[0-9]*}"*/)
+        rm -rf "$prefix"
+        "$build" "$prefix" "$unpacked" "$@" || return 1
+        # Goes with what is linked into the library.
+        cp "$unpacked/debian/copyright" "$prefix/"
         rm -rf "$sources"
         printf '%s' "$prefix"
         return

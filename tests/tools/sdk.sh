@@ -33,6 +33,25 @@ for tree in "$work/sdk $work/sdk/share/cmake/zbasic/mingw-w64-x86_64.cmake" "$bu
     build_against "$prefix" "$toolchain" tools/plugin-template
 done
 
+# The list of contents names every file with its checksum, and what is linked in with its licence.
+python3 - "$work/sdk" <<'END'
+import hashlib, json, pathlib, sys
+
+root = pathlib.Path(sys.argv[1])
+name = "share/zbasic/zbasic.spdx.json"
+contents = json.loads((root / name).read_text())
+listed = {file["fileName"].removeprefix("./"): file["checksums"][1]["checksumValue"]
+          for file in contents["files"]}
+there = {str(path.relative_to(root)): hashlib.sha256(path.read_bytes()).hexdigest()
+         for path in root.rglob("*") if path.is_file()}
+del there[name]
+assert listed == there, set(listed.items()) ^ set(there.items())
+parts = {package["name"] for package in contents["packages"]} - {"zbasic"}
+assert parts == {"libpng", "pcre2", "openssl", "zlib", "gcc-runtime", "mingw-w64-runtime"}, parts
+licences = {path.stem for path in (root / "share/zbasic/licences").iterdir()}
+assert licences == parts, licences
+END
+
 # The template's command in the host.
 cp "$work/tools/plugin-template/wordcount.dll" "$work/sdk/bin/plugins/"
 "$emulator" "$work/sdk/bin/zelplugcheck.exe" "$work/sdk/bin/plugins/wordcount.dll" | tail -n 1 |
