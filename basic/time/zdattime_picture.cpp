@@ -56,11 +56,11 @@ class Pieces {
 public:
     char* begin() { return m_piece; }
 
-    // Makes room for a number, at least.
-    char* withRoom(char* end) { return hasRoom(end) ? end : handOn(end); }
+    // Makes room for `kRoom` bytes, which a number needs less than; the others rely on it.
+    char* withRoom(char* end) { return end <= m_piece + (kSize - kRoom) ? end : handOn(end); }
     char* add(char* end, const SV::String& name) {
         const std::size_t size = name.size();
-        if (size > kRoom || !hasRoom(end)) {
+        if (size > kRoom) {
             handOn(end);
             m_before += name;
             return m_piece;
@@ -69,7 +69,7 @@ public:
         return end + size;
     }
     char* add(char* end, std::size_t count, char c) {
-        if (count <= kRoom && hasRoom(end)) return std::fill_n(end, count, c);
+        if (count <= kRoom) return std::fill_n(end, count, c);
         handOn(end);
         m_before.append(count, c);
         return m_piece;
@@ -89,7 +89,6 @@ private:
     static constexpr std::size_t kRoom = 16;
     static_assert(kRoom <= SV::String::kInlineCapacity);
 
-    bool hasRoom(const char* end) const { return end <= m_piece + (kSize - kRoom); }
     char* handOn(const char* end) {
         m_before.append(m_piece, static_cast<std::size_t>(end - m_piece));
         return m_piece;

@@ -156,6 +156,8 @@ TEST(Pictures, AreWrittenAtAnyPlace) {
                   before + "2024 Thursday DDDD, March 07");
         EXPECT_EQ(ZelDate::GetFormatedTime(SV::Time(1234567, 2), before + "hh:mm hhh"),
                   before + "1234567:02 HHH");
+        EXPECT_EQ(ZelDate::GetFormatedTime(SV::Time(1, 2), before + "hhhhhhhhhhhhhhhhh mm"),
+                  before + "HHHHHHHHHHHHHHHHH 02");
     }
 }
 
