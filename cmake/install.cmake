@@ -27,27 +27,21 @@ foreach(folder "" plugins/)
         FILES_MATCHING PATTERN "*.debug")
 endforeach()
 
-# The package for CMake. What is installed is made out of the way of the build tree's own, which has
-# the same layout.
-set(made ${CMAKE_BINARY_DIR}/CMakeFiles/package)
-configure_package_config_file(cmake/zbasic-config.cmake.in ${made}/zbasic-config.cmake
+# The package for CMake: made in the build tree, which has the same layout, and installed from there.
+set(here ${CMAKE_BINARY_DIR}/${package})
+configure_package_config_file(cmake/zbasic-config.cmake.in ${here}/zbasic-config.cmake
     INSTALL_DESTINATION ${package} NO_SET_AND_CHECK_MACRO PATH_VARS runtime_folder)
-write_basic_package_version_file(${made}/zbasic-config-version.cmake COMPATIBILITY SameMinorVersion)
+write_basic_package_version_file(${here}/zbasic-config-version.cmake COMPATIBILITY SameMinorVersion)
+export(EXPORT zbasic-targets NAMESPACE zbasic:: FILE ${here}/zbasic-targets.cmake)
 install(FILES
-    ${made}/zbasic-config.cmake
-    ${made}/zbasic-config-version.cmake
+    ${here}/zbasic-config.cmake
+    ${here}/zbasic-config-version.cmake
     cmake/mingw-w64-x86_64.cmake
     DESTINATION ${package})
 install(EXPORT zbasic-targets NAMESPACE zbasic:: DESTINATION ${package})
 
-set(here ${CMAKE_BINARY_DIR}/${package})
-configure_package_config_file(cmake/zbasic-config.cmake.in ${here}/zbasic-config.cmake
-    INSTALL_DESTINATION ${package} INSTALL_PREFIX ${CMAKE_BINARY_DIR}
-    NO_SET_AND_CHECK_MACRO PATH_VARS runtime_folder)
-write_basic_package_version_file(${here}/zbasic-config-version.cmake COMPATIBILITY SameMinorVersion)
-export(EXPORT zbasic-targets NAMESPACE zbasic:: FILE ${here}/zbasic-targets.cmake)
-
 # The same for pkg-config; relocatable, as it finds itself.
+set(made ${CMAKE_BINARY_DIR}/CMakeFiles/package)
 configure_file(cmake/zbasic.pc.in ${made}/zbasic.pc @ONLY)
 install(FILES ${made}/zbasic.pc DESTINATION lib/pkgconfig)
 

@@ -39,6 +39,12 @@ SV::String findToolName() {
     return name.empty() ? libraryText(toolNameResource()) : name;
 }
 
+// Null when there is no such variable.
+long* coreVar(ZelCoreVarType index) {
+    const auto place = static_cast<std::size_t>(index);  // negative: far out of range
+    return place < kCoreVarCount ? &g_coreVars[place] : nullptr;
+}
+
 }  // namespace
 
 int Zel_GetVersionHigh() { return number(kVersion.high); }
@@ -78,15 +84,15 @@ SV::String ZelApplicationInfo::GetInfo() {
 }
 
 long& Zel_GetCoreVar(ZelCoreVarType index) {
-    const auto place = static_cast<std::size_t>(index);  // negative: far out of range
-    if (place < kCoreVarCount) return g_coreVars[place];
+    if (long* const variable = coreVar(index)) return *variable;
     g_noCoreVar = 0;
     return g_noCoreVar;
 }
 
+// Writes nothing: any thread may read.
 long Zel_GetCoreVarConst(ZelCoreVarType index) {
-    const auto place = static_cast<std::size_t>(index);
-    return place < kCoreVarCount ? g_coreVars[place] : 0;
+    const long* const variable = coreVar(index);
+    return variable ? *variable : 0;
 }
 
 void Zel_SetCoreVar(ZelCoreVarType index, long value) { Zel_GetCoreVar(index) = value; }

@@ -72,5 +72,8 @@ x86_64-w64-mingw32-g++-posix -std=c++20 "-I$work/sdk/include" \
 for file in zbasic18.dll sv18.dll zelhost.exe; do
     [ -s "$work/sdk/bin/.debug/$file.debug" ]
     x86_64-w64-mingw32-objdump -h "$work/sdk/bin/$file" | grep -q gnu_debuglink
-    ! x86_64-w64-mingw32-objdump -h "$work/sdk/bin/$file" | grep -q '\.debug_info'
+    if x86_64-w64-mingw32-objdump -h "$work/sdk/bin/$file" | grep '\.debug_info'; then
+        echo "$file still has its symbols" >&2
+        exit 1
+    fi
 done

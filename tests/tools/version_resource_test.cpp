@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/child.h"
 #include "zbasic/zversion.h"
 
 #include <windows.h>
@@ -28,12 +29,6 @@ std::string textIn(const std::vector<char>& block, const std::string& name) {
     return found ? static_cast<const char*>(text) : "";
 }
 
-std::string folderOfTests() {
-    char path[MAX_PATH];
-    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
-    return std::string(path).substr(0, std::string(path).rfind('\\') + 1);
-}
-
 TEST(VersionResource, AgreesWithHeadersAndLibrary) {
     EXPECT_EQ(Zel_GetVersionHigh(), ZBASIC_VERSION_HIGH);
     EXPECT_EQ(Zel_GetVersionLow(), ZBASIC_VERSION_LOW);
@@ -43,7 +38,7 @@ TEST(VersionResource, AgreesWithHeadersAndLibrary) {
          {"zbasic18.dll", "sv18.dll", "zelhost.exe", "zelml.exe", "zeldbuser.exe",
           "zelplugcheck.exe", "plugins\\figures.dll", "plugins\\eventwatch.dll"}) {
         SCOPED_TRACE(file);
-        const std::vector<char> block = versionOf(folderOfTests() + file);
+        const std::vector<char> block = versionOf(programFolder() + "\\" + file);
         const std::string name = file;
         EXPECT_EQ(textIn(block, "OriginalFilename"), name.substr(name.rfind('\\') + 1));
         for (const char* text : {"FileVersion", "ProductVersion"}) {
