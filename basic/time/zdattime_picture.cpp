@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
-#include <utility>
+#include <string_view>
 
 #include "time/digits.h"
 #include "time/localeforms.h"
@@ -50,106 +50,107 @@ char* writeYear(char* out, int year) {
     return writePair(writePair(out, year / 100), year % 100);
 }
 
-// A text that is put together on the stack, in pieces: one is enough for the usual picture. Where
-// the piece ends is in the writer's hands, that is in a register.
-class Pieces {
-public:
-    char* begin() { return m_piece; }
+// A place in a text that is made, and where its room ends.
+struct Room {
+    char* out;
+    const char* end;
 
-    // Makes room for `kRoom` bytes, which a number needs less than; the others rely on it.
-    char* withRoom(char* end) { return end <= m_piece + (kSize - kRoom) ? end : handOn(end); }
-    char* add(char* end, const SV::String& name) {
-        const std::size_t size = name.size();
-        if (size > kRoom) {
-            handOn(end);
-            m_before += name;
-            return m_piece;
-        }
-        std::memcpy(end, name.data(), kRoom);  // of a constant size: a `String` holds that much
-        return end + size;
+    bool has(std::size_t size) const { return size <= static_cast<std::size_t>(end - out); }
+    bool add(const char* text, std::size_t size) {
+        if (!has(size)) return false;
+        std::memcpy(out, text, size);
+        out += size;
+        return true;
     }
-    char* add(char* end, std::size_t count, char c) {
-        if (count <= kRoom) return std::fill_n(end, count, c);
-        handOn(end);
-        m_before.append(count, c);
-        return m_piece;
+    bool add(const SV::String& name) { return add(name.data(), name.size()); }
+    bool add(std::size_t count, char c) {
+        if (!has(count)) return false;
+        out = std::fill_n(out, count, c);
+        return true;
     }
-    SV::String text(const char* end) {
-        SV::String text = std::move(m_before);
-        if (text.empty()) {
-            text.assignPadded(m_piece, static_cast<std::size_t>(end - m_piece));
-        } else {
-            text.append(m_piece, static_cast<std::size_t>(end - m_piece));
-        }
-        return text;
+    template <class Write>
+    bool addNumber(Write write, int number) {
+        if (!has(kMaxNumber)) return false;
+        out = write(out, number);
+        return true;
     }
 
 private:
-    static constexpr std::size_t kSize = 256;
-    static constexpr std::size_t kRoom = 16;
-    static_assert(kRoom <= SV::String::kInlineCapacity);
-
-    char* handOn(const char* end) {
-        m_before.append(m_piece, static_cast<std::size_t>(end - m_piece));
-        return m_piece;
-    }
-
-    SV::String m_before;
-    char m_piece[kSize];
+    static constexpr std::size_t kMaxNumber = 11;
 };
 
-// Writes what a run stands for at `out`; null when it stands for itself.
-char* writeField(Pieces& pieces, char* out, const SV::Date& date, int field) {
-    switch (field) {
+// Writes what a run stands for: `length` times that letter. False when there is no room for it.
+bool writeRun(Room& room, const SV::Date& date, char letter, std::size_t length) {
+    switch (run(letter, length)) {
         case run('D', 2):
-            return writeTwo(out, date.GetDay());
+            return room.addNumber(writeTwo, date.GetDay());
         case run('D', 3):
-            return pieces.add(out, weekdayName(date.GetDayOfWeek()));
+            return room.add(weekdayName(date.GetDayOfWeek()));
         case run('M', 2):
-            return writeTwo(out, date.GetMonth());
+            return room.addNumber(writeTwo, date.GetMonth());
         case run('M', 3):
-            return pieces.add(out, monthName(date.GetMonth() - 1));
+            return room.add(monthName(date.GetMonth() - 1));
         case run('Y', 2):
-            return writeTwo(out, date.GetYear() % 100);
+            return room.addNumber(writeTwo, date.GetYear() % 100);
         case run('Y', 4):
-            return writeYear(out, date.GetYear());
+            return room.addNumber(writeYear, date.GetYear());
         default:
-            return nullptr;
+            return room.add(length, letter);
     }
 }
 
-char* writeField(Pieces&, char* out, const SV::Time& time, int field) {
-    switch (field) {
+bool writeRun(Room& room, const SV::Time& time, char letter, std::size_t length) {
+    switch (run(letter, length)) {
         case run('H', 2):
-            return writeTwo(out, time.GetHour());
+            return room.addNumber(writeTwo, time.GetHour());
         case run('M', 2):
-            return writeTwo(out, time.GetMin());
+            return room.addNumber(writeTwo, time.GetMin());
         case run('S', 2):
-            return writeTwo(out, time.GetSec());
+            return room.addNumber(writeTwo, time.GetSec());
         default:
-            return nullptr;
+            return room.add(length, letter);
     }
+}
+
+// Writes what the beginning of `picture` stands for, as far as there is room, and cuts that off.
+template <class Moment>
+char* writeBeginning(Room room, const Moment& moment, std::string_view& picture) {
+    const char* start = picture.data();
+    const char* const last = start + picture.size();
+    while (start != last) {
+        const char letter = upper(*start);
+        const char* end = start + 1;
+        if (!isPictureLetter(moment, letter)) {
+            if (!room.has(1)) break;
+            *room.out++ = letter;
+            start = end;
+            continue;
+        }
+        while (end != last && upper(*end) == letter) ++end;
+        if (!writeRun(room, moment, letter, static_cast<std::size_t>(end - start))) break;
+        start = end;
+    }
+    picture.remove_prefix(static_cast<std::size_t>(start - picture.data()));
+    return room.out;
 }
 
 template <class Moment>
 SV::String byPicture(const Moment& moment, const SV::String& format) {
-    Pieces pieces;
-    char* out = pieces.begin();
-    const char* const last = format.end();
-    for (const char* start = format.begin(); start != last;) {
-        out = pieces.withRoom(out);
-        const char letter = upper(*start);
-        const char* const begin = start++;
-        if (!isPictureLetter(moment, letter)) {
-            *out++ = letter;
-            continue;
-        }
-        while (start != last && upper(*start) == letter) ++start;
-        const auto length = static_cast<std::size_t>(start - begin);
-        char* const next = writeField(pieces, out, moment, run(letter, length));
-        out = next ? next : pieces.add(out, length, letter);
+    // The usual picture needs one step: of numbers alone in the text object itself.
+    constexpr std::size_t kNumbers = 10;
+    constexpr std::size_t kNames = 40;
+    SV::String text;
+    std::string_view picture = format;
+    std::size_t room =
+        format.size() <= kNumbers ? SV::String::kInlineCapacity : format.size() + kNames;
+    for (; !picture.empty(); room *= 2) {
+        const std::size_t size = text.size();
+        text.resizeAndOverwrite(room, [&](char* out, std::size_t capacity) {
+            const Room place{out + size, out + capacity};
+            return static_cast<std::size_t>(writeBeginning(place, moment, picture) - out);
+        });
     }
-    return pieces.text(out);
+    return text;
 }
 
 }  // namespace

@@ -122,6 +122,19 @@ public:
         return *this;
     }
     String& assign(std::string_view text) { return assign(text.data(), text.size()); }
+    // Text that is made in place, as `std::string` of C++23 has it: `write(text, size)` gets this
+    // text, up to its old size, in `size` bytes, of which it may change all. It returns how many
+    // are the text from then on, and throws nothing.
+    template <class Write>
+    void resizeAndOverwrite(std::size_t size, Write write) {
+        if (size > kInlineCapacity || isHeap()) reserve(size);
+        const std::size_t written = write(isHeap() ? m_heap.block->text() : m_inline, size);
+        if (isHeap()) {
+            setHeap(m_heap.block, written);
+        } else {
+            setInline(written);
+        }
+    }
     // As `append`; null adds nothing.
     String& operator+=(const String& text) { return append(text.data(), text.size()); }
     String& operator+=(std::string_view text) { return append(text.data(), text.size()); }
