@@ -21,7 +21,7 @@ public:
     bool createResourceManager(const char* const name, bool withLanguage);
 
     // Of the current application object; false when there is none of this kind.
-    static bool IsWithGUI();
+    static bool IsWithGUI();    // as given to the constructor
     static bool IsAfterMain();  // has the shut-down begun?
 
 protected:
@@ -54,18 +54,24 @@ private:
 };
 
 // The application class that programs derive from: wires the phases into the tool
-// library and leaves three operations to the program.
+// library and leaves three operations to the program. The order of the virtual operations is relied
+// on by callers.
 class ZBASIC_API ZelMDIApplication : public SV::MDIApplication, public ZelApplicationInterface {
 public:
-    // The order of the virtual operations is relied on by callers.
     ~ZelMDIApplication() override;
-    void SysChange(SV::SysChangeType type) override;
+    void SysChange(SV::SysChangeType type) override;  // `_onSystemSettingsChange`
     // Start-up, `initApplication`, `runApplication`, shut-down. A status other than 0
     // ends the process with it; 0 returns.
     void Main(int argc, char** argv) override;
+
+    // True when `_handleException` says so; else the base class decides, which ends the process.
     bool Exception(long code, unsigned long detail) override;
+
+    // True: `PaintMDIClient` paints the prepared picture as its `ClientImageMode` says, without one
+    // the theme's workspace colour, and a frame of one pixel round it.
     bool IsUserDefPaintMDIClient() override;
     void PaintMDIClient(HWND client) override;
+
     virtual int runApplication() = 0;   // the program's main body; its status
     virtual int initApplication() = 0;  // early initialisation; not 0: the body is not run
     // The background picture of the frame's client area and its `ClientImageMode`; false
@@ -82,12 +88,13 @@ public:
     // the screen's.
     bool MakeMDIClientImg(bool useVirtualScreen);
 
+    // How the picture fills the area.
     enum ClientImageMode : std::int32_t {
-        kNoImage = 0,
-        kStretched = 1,
-        kFitted = 2,
-        kCentred = 3,  // on the theme's workspace colour
-        kTiled = 4,
+        kNoImage = 0,    // the theme's workspace colour instead
+        kStretched = 1,  // to the width and height of the area
+        kFitted = 2,     // with its proportions, so that it covers the screen; the middle of that
+        kCentred = 3,    // as it is, on the theme's workspace colour
+        kTiled = 4,      // as it is, again and again from the left upper corner
     };
 
 protected:
@@ -95,10 +102,10 @@ protected:
     // "log_no_dialogs" does not.
     ZelMDIApplication(const char* name, bool withGUI, SV::String dialogLogOption);
 
-    SV::String m_dialogLogOption;
-    SV::Bitmap m_clientImage;
-    std::int32_t m_clientImageMode = kNoImage;
-    bool m_isAppInitialized = false;
+    SV::String m_dialogLogOption;               // as given
+    SV::Bitmap m_clientImage;                   // what `MakeMDIClientImg` has prepared
+    std::int32_t m_clientImageMode = kNoImage;  // of that picture
+    bool m_isAppInitialized = false;            // as `isAppInitialized`
 };
 
 // The directory in which the program was started, with "\" as its only separator; empty

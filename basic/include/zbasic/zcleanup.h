@@ -27,10 +27,12 @@ protected:
 // Deletes a file; false when it is missing or in use.
 class ZBASIC_API ZelFileCleanUpAction : public ZelCleanUpAction {
 public:
+    // The name is used as it is: make it absolute.
     explicit ZelFileCleanUpAction(const SV::String& fileName);
     ~ZelFileCleanUpAction() override;
 
     bool execute() override;
+    // As given; valid as long as the action.
     const SV::String& GetFileName() const { return m_fileName; }
 
 private:
@@ -42,6 +44,7 @@ private:
 template <class T>
 class ZelSingletonDeleteAction : public ZelCleanUpAction {
 public:
+    // Takes over what was made by `new`.
     explicit ZelSingletonDeleteAction(T* instance) : m_instance(instance) {}
 
     bool execute() override {
@@ -72,6 +75,7 @@ private:
 // registers. Later calls by any; everything else on the main thread.
 class ZBASIC_API ZelCleanUp : public ZelEventListener {
 public:
+    // The one of the process: made on first use.
     static ZelCleanUp& Instance();
 
     ZelCleanUp(const ZelCleanUp&) = delete;
@@ -89,6 +93,7 @@ public:
     void RemoveFileCleanUpAction(const SV::String& fileName);
 
 protected:
+    // The handler of "AppExit": does everything collected. The event is not looked at.
     void _onExit(ZelEvent* event);
 
 private:

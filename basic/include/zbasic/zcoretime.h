@@ -59,6 +59,7 @@ public:
     // around) exceeds the range of a double.
     static bool WillBeSumOverflow(const long long& a, const long long& b);
 
+    // Seconds, as they are.
     double asDouble() const { return m_value; }
     // The nearest whole number, halves up; negative ones are cut after adding a half.
     // Limited to what 64 bits hold; not a number gives 0.
@@ -109,6 +110,7 @@ public:
     // box, but only once per process until `ResetWarnButtonPressed`. `parent` is on the
     // stack of parent windows as long as the box is open. Main thread only.
     void tstOverFlow(SV::Window* parent, const SV::String& message);
+    // The next one shows its box again.
     static void ResetWarnButtonPressed();
 
 protected:
@@ -137,6 +139,8 @@ private:
 class ZBASIC_API ZelCoreDate {
 public:
     ZelCoreDate(const char* text);  // any other text, or null: today
+
+    // Whether the text is such a day; null is not.
     static bool IsValidString(const char* text);
 
     // In the long or short form of the user's locale, long years with four digits.
@@ -154,6 +158,8 @@ private:
 class ZBASIC_API ZelCoreDateTime {
 public:
     ZelCoreDateTime(const char* text);  // any other text, or null: now
+
+    // Whether the text is such a day and time; null is not.
     static bool IsValidString(const char* text);
 
     // The date likewise, a blank, the time with seconds.

@@ -16,15 +16,18 @@
 // Threads: names and what is made of them on the main thread only; the rest anywhere.
 class ZBASIC_API ZelDate {
 public:
-    enum { kNotFound = 255 };
+    enum { kNotFound = 255 };  // no month, no day, no name
 
+    // By the rule of 4, 100 and 400, which goes on before year 1: year 0 is one.
     static bool IsLeapYear(int year);
+
     static bool DayIsValid(int day);          // 1 to 31
     static bool MonthIsValid(int month);      // 0 to 11
     static bool WeekdayIsValid(int weekday);  // 0 to 6
 
     // The length of a month; false and `kNotFound` for one that does not exist.
     static bool GetMaxDayOfMonth(int month, int& days, bool leapYear);
+    // Whether a month has that day; false for a month that does not exist.
     static bool DayIsValidForMonth(int day, int month, bool leapYear);
 
     // The name, empty for a number that has none; then the first one also gives false.
@@ -34,6 +37,7 @@ public:
     static SV::String WeekdayToStr(int weekday);
     // Relied on by callers: with a value that is no day `name` is left as it was.
     static bool WeekdayToStr(const SV::DayOfWeek& day, SV::String& name);
+    // Empty for a value that is no day.
     static SV::String WeekdayToStr(const SV::DayOfWeek& day);
 
     // The number of a name, every byte alike; false and `kNotFound` when there is none.
@@ -129,6 +133,7 @@ public:
     // By name in the user's language.
     SV::String GetMonthString() const;
     void SetMonthString(const SV::String& name);
+    // Whether February has 29 days here or 28; the day is kept within them.
     void AllowFebruary29th(bool isAllowed);
 
     // Another width makes the control as a whole wider or narrower.
@@ -139,6 +144,7 @@ public:
 
     // When the control gets another size the field keeps its width and the list gets the rest.
     void Resize() override;
+    // With the field and the list.
     void SetEnabled(bool isEnabled) override;
 
 protected:

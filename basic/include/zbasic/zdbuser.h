@@ -21,6 +21,7 @@ class ZBASIC_API ZelDBUserUtils {
 public:
     ZelDBUserUtils();                  // "zdbuser.txt" in the program's directory
     ZelDBUserUtils(const char* path);  // null: as above
+    // Copies know what was read, and share the open file.
     ZelDBUserUtils(const ZelDBUserUtils& other);
     ZelDBUserUtils& operator=(const ZelDBUserUtils& other);
     ~ZelDBUserUtils();

@@ -17,7 +17,7 @@
 // A key made ready: 32 words for enciphering, the same in reverse order of rounds for
 // deciphering. It is the key; whoever made one wipes it.
 struct des_ctx {
-    std::uint32_t words[64];
+    std::uint32_t words[64];  // 32 and 32; only this library knows what they mean
 };
 
 // Makes a key of 8 bytes ready. The lowest bit of each byte (parity) does not matter.
@@ -33,8 +33,10 @@ ZBASIC_API void ades_dec(des_ctx* schedule, unsigned char* data, int blocks);
 // Results: 0, or -1 once an error is set on the file.
 class ZBASIC_API des_writer {
 public:
+    // Writes nothing yet. Neither pointer may be null.
     des_writer(std::FILE* file, des_ctx* schedule) : m_file(file), m_schedule(schedule) {}
 
+    // The next byte of the data, or those of a text.
     int put(unsigned char byte) {
         _put(byte);
         return chk();
@@ -62,6 +64,7 @@ private:
 // Reads such a file. It reads no further than the block that is needed.
 class ZBASIC_API des_reader {
 public:
+    // Reads nothing yet. Neither pointer may be null; file and schedule stay the caller's.
     des_reader(std::FILE* file, des_ctx* schedule) : m_file(file), m_schedule(schedule) {}
 
     // The next byte, 0 to 255; -1 when the file has no further whole block.

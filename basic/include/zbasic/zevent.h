@@ -184,9 +184,11 @@ enum ZelDBPermission : std::int32_t {};
 // What every event carries.
 class ZBASIC_API ZelEventData {
 public:
+    // Takes the name that the table has now.
     explicit ZelEventData(ZelEventType type);
     virtual ~ZelEventData() = default;
 
+    // As given to the constructor, listed or not.
     ZelEventType getEventType() const { return m_type; }
     // The entry of `Zel_GetEventNames` when the event was made.
     const char* getEventName() const { return m_name; }
@@ -220,6 +222,7 @@ public:
     void trigger();
 
 protected:
+    // For derived classes, which bring what is to be known about the happening.
     explicit ZelEvent(ZelEventType type) : ZelEventData(type) {}
 
 private:
@@ -229,6 +232,7 @@ private:
 // Something is done to a user.
 class ZBASIC_API ZelUserEvent : public ZelEvent {
 public:
+    // What is about to be done to the user (Before), or has been (After).
     enum ActionType : std::int32_t {
         AfterCreate,
         BeforeSemiDelete,
@@ -254,14 +258,18 @@ public:
         AfterSetPassword,
     };
 
+    // An event of type `ZelEvent_User`. The numbers are the program's: this library only carries
+    // them.
     ZelUserEvent(ActionType action, long id);
     ZelUserEvent(ActionType action, long id, long permissionType, ZelDBPermission dbPermission);
     ~ZelUserEvent() override;
 
+    // As given to the constructor.
     ActionType GetActionType() const { return m_action; }
     long GetID() const { return m_id; }
-    long GetPermissionType() const { return m_permissionType; }  // -1 unless given
-    ZelDBPermission GetDBPermission() const { return m_dbPermission; }
+    long GetPermissionType() const { return m_permissionType; }         // -1 unless given
+    ZelDBPermission GetDBPermission() const { return m_dbPermission; }  // 0 unless given
+
     // The enumerator as text ("AfterCreate"); empty for a number without one.
     SV::String GetActionName() const;
 
@@ -275,6 +283,7 @@ private:
 // Something is done to a user group.
 class ZBASIC_API ZelUserGroupEvent : public ZelEvent {
 public:
+    // What is about to be done to the group (Before), or has been (After).
     enum ActionType : std::int32_t {
         AfterCreate,
         BeforeDelete,
@@ -287,13 +296,17 @@ public:
         AfterRename,
     };
 
+    // An event of type `ZelEvent_UserGroup`. The ids are the program's: this library only carries
+    // them.
     ZelUserGroupEvent(ActionType action, long groupId);
     ZelUserGroupEvent(ActionType action, long groupId, long userId);
     ~ZelUserGroupEvent() override;
 
+    // As given to the constructor.
     ActionType GetActionType() const { return m_action; }
     long GetUserGroupID() const { return m_groupId; }
     long GetUserID() const { return m_userId; }  // -1 unless given
+
     // The enumerator as text; empty for a number without one.
     SV::String GetActionName() const;
 
@@ -307,9 +320,12 @@ private:
 // console, because the user logs off or the system shuts down.
 class ZBASIC_API ZelExitAppEvent : public ZelEvent {
 public:
+    // An event of type `ZelEvent_AppExit`. The library's own reasons are "end(<status>)",
+    // "exception (minidump)" and "console".
     explicit ZelExitAppEvent(const SV::String& reason);
     ~ZelExitAppEvent() override;
 
+    // For logs; valid as long as the event.
     const SV::String& GetReason() const { return m_reason; }
 
 private:
@@ -321,9 +337,11 @@ private:
 // the dynamic console, which shows nothing for another class of the same type.
 class ZBASIC_API ZelAppChangeStartupPhaseEvent : public ZelEvent {
 public:
+    // An event of type `ZelEvent_AppChangeStartupPhase`.
     explicit ZelAppChangeStartupPhaseEvent(const SV::String& text);
     ~ZelAppChangeStartupPhaseEvent() override;
 
+    // For the user; valid as long as the event.
     const SV::String& GetText() const { return m_text; }
 
 private:
@@ -333,9 +351,11 @@ private:
 // Colours, fonts, the screen or the visual style of the system have changed.
 class ZBASIC_API ZelSystemSettingsChangedEvent : public ZelEvent {
 public:
+    // An event of type `ZelEvent_SystemSettingsChanged`.
     explicit ZelSystemSettingsChangedEvent(SV::SysChangeType change);
     ~ZelSystemSettingsChangedEvent() override;
 
+    // Which of them; numbers without an enumerator come as they are.
     SV::SysChangeType GetChangeType() const { return m_change; }
 
 private:
@@ -345,9 +365,12 @@ private:
 // A window was pushed on the stack of parent windows, or taken off it.
 class ZBASIC_API ZelWindowStackChangedEvent : public ZelEvent {
 public:
+    // An event of type `ZelEvent_ZelWindowStackChanged`. `number` is the depth of the stack and
+    // `text` the title of the window.
     ZelWindowStackChangedEvent(long number, bool isAdded, const SV::String& text);
     ~ZelWindowStackChangedEvent() override;
 
+    // As given to the constructor.
     long GetNumber() const { return m_number; }
     bool IsAdded() const { return m_isAdded; }
     const SV::String& GetText() const { return m_text; }
@@ -382,6 +405,7 @@ public:
     using Handler = void (ZelEventListener::*)(ZelEvent*);
 
     ZelEventListener();
+    // Take over nothing, as said above.
     ZelEventListener(const ZelEventListener&);
     ZelEventListener& operator=(const ZelEventListener&);
     virtual ~ZelEventListener();

@@ -2,6 +2,7 @@
 
 #pragma once
 
+// Stands before every class and function of the library that programs may use.
 #if !defined(_WIN32)
 #define ZBASIC_API
 #elif defined(ZBASIC_BUILD)

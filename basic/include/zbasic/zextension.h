@@ -22,15 +22,18 @@
 // in a folder's name ("dir.d\model" has the extension "d\model").
 class ZBASIC_API ZelExtensionManager {
 public:
+    // With `ext` as the first one.
     explicit ZelExtensionManager(const SV::String& ext);
+
+    // As values; what was moved from has no extension.
     ZelExtensionManager(const ZelExtensionManager&);
-    ZelExtensionManager(ZelExtensionManager&&) noexcept;  // what was moved from has none
+    ZelExtensionManager(ZelExtensionManager&&) noexcept;
     ZelExtensionManager& operator=(const ZelExtensionManager&);
     ZelExtensionManager& operator=(ZelExtensionManager&&) noexcept;
     ~ZelExtensionManager();
 
-    void addExtension(const SV::String& ext);
-    SV::String getExtension() const;  // the first one; empty when there is none
+    void addExtension(const SV::String& ext);  // nothing happens when it is there already
+    SV::String getExtension() const;           // the first one; empty when there is none
 
     // Appends "." and the first extension, unless `path` has one of ours or ends in a backslash.
     void setExtension(SV::String& path) const;

@@ -19,28 +19,32 @@ class LogClock;
 class ZBASIC_API ZelBasicFileStream {
 public:
     ZelBasicFileStream() = default;
+    // There is nothing to copy here; what derives decides for itself.
     ZelBasicFileStream(const ZelBasicFileStream&) = default;
     ZelBasicFileStream& operator=(const ZelBasicFileStream&) = default;
     virtual ~ZelBasicFileStream();
 
-    virtual bool open(const char* path, bool append) = 0;
-    virtual bool close() = 0;
-    virtual bool isOpen() const = 0;
-    virtual bool write(const void* data, std::size_t n) = 0;
-    virtual bool flush() = 0;
-    virtual bool deleteFromDisc() = 0;
+    // True when it was done; what needs an open file gives false without one.
+    virtual bool open(const char* path, bool append) = 0;  // makes the file when there is none
+    virtual bool close() = 0;                              // what is in a buffer is written before
+    virtual bool isOpen() const = 0;                       // from `open` to `close`
+    virtual bool write(const void* data, std::size_t n) = 0;  // `n` bytes at the end
+    virtual bool flush() = 0;           // hands the system what is still in a buffer
+    virtual bool deleteFromDisc() = 0;  // closes and deletes
 };
 
 // One that takes formatted text as well.
 class ZBASIC_API ZelBasicTextFileStream : public ZelBasicFileStream {
 public:
     ZelBasicTextFileStream() = default;
+    // There is nothing to copy or move here; what derives decides for itself.
     ZelBasicTextFileStream(const ZelBasicTextFileStream&) = default;
     ZelBasicTextFileStream(ZelBasicTextFileStream&&) = default;
     ZelBasicTextFileStream& operator=(const ZelBasicTextFileStream&) = default;
     ZelBasicTextFileStream& operator=(ZelBasicTextFileStream&&) = default;
     ~ZelBasicTextFileStream() override;
 
+    // Writes a text in `printf`'s format; true when that was done.
     virtual bool addText(const char* format, ...) = 0;
     // `args` is a `va_list`, which is a `char*` on this platform.
     virtual bool vaddText(const char* format, char* const& args) = 0;
@@ -67,6 +71,7 @@ public:
 // Threads: one logger must not be used by two threads at a time.
 class ZBASIC_API ZelBasicFileLogger : public ZelBasicTextFileStream {
 public:
+    // Opens nothing yet.
     // - `flushAfterWrite`: an entry is handed to the system before `addText` returns.
     // - `timeStamped`: an entry is a line, with the local time before it and a line end behind it.
     // - `backupCount`: how many old files are kept; 0: no rotation.
@@ -79,10 +84,13 @@ public:
     // Without `append` the file is emptied; a file of another day is moved away before, and then
     // the notice about that is lost.
     bool open(const char* path, bool append) override;
+
     bool close() override;  // true when it was open
     bool isOpen() const override;
+
     // `n` bytes without stamp or flush, "\n" as CR LF; true when all were taken.
     bool write(const void* data, std::size_t n) override;
+    // True when all written so far has reached the system.
     bool flush() override;
     // Closes and deletes the file. False, though closed, when it cannot be deleted.
     bool deleteFromDisc() override;
@@ -100,7 +108,7 @@ public:
     bool addText(const char* format, ...) override;
     bool vaddText(const char* format, char* const& args) override;
 
-    // From the next entry on; false at first.
+    // Whether entries are laid out for CSV, from the next one on; false at first.
     void setForCSV(bool isForCSV);
 
 private:

@@ -18,8 +18,9 @@ public:
 protected:
     ZelBasicFileManager();
 
+    // Replace the message, or add to its end without a separator. Empty: nothing is wrong.
     static void _setErrorMessage(const SV::String& text);
-    static void _appendErrorMessage(const SV::String& text);  // without a separator
+    static void _appendErrorMessage(const SV::String& text);
 };
 
 // Temporary names and whole files.
@@ -49,7 +50,9 @@ public:
     // Whether `text` is what the last file held.
     // Relied on by callers: never true for an empty text, nor for an empty file.
     static bool IsContentOfLastFile(const SV::String& text);
-    static SV::String GetLastFileName();  // both empty when no file is remembered
+
+    // The file that is remembered; both empty when none is.
+    static SV::String GetLastFileName();
     static SV::String GetLastFileContent();
 
     // Takes a path apart: drive ("C:" or "\\server\share"), directory (with the separator at its
@@ -64,14 +67,15 @@ public:
 protected:
     ZelSystemFileManager();
 
-    static ReadStringFromFileFct pReadStringFromFileFct;  // null at first
-    static SV::String g_sLastFileName;
-    static SV::String g_sLastFileContent;
+    static ReadStringFromFileFct pReadStringFromFileFct;  // the installed reader; null at first
+    static SV::String g_sLastFileName;                    // as `GetLastFileName`
+    static SV::String g_sLastFileContent;                 // as `GetLastFileContent`
 };
 
 // A reader for hosts that need none of their own: `ZelWholeFileReader::Install();`
 class ZBASIC_API ZelWholeFileReader : public ZelSystemFileManager {
 public:
+    // What became of reading a file.
     enum Result : std::int32_t {
         kRead = 0,
         kNotReadable = 1,

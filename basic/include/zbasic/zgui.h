@@ -21,6 +21,7 @@ public:
         kWorkspace = 11,  // behind the child windows of an MDI frame
     };
 
+    // The one of the process, which asks for the colours when it is made.
     static ZelThemeManager& Instance();
 
     // Numbers without a meaning give the window background colour.
@@ -37,6 +38,7 @@ private:
     SV::Color m_window;
 };
 
+// Arithmetic with colours. Any thread may use it.
 class ZBASIC_API ZelColor {
 public:
     // `source` blended over `target`: `weight` (0 to 1) of the one, the rest of the other.
@@ -66,7 +68,9 @@ ZBASIC_API SV::Window* Zel_GetTopParentWindow();  // null for an empty stack
 // Under dialog suppression it is not shown but logged, and its first button is the answer.
 class ZBASIC_API ZelMessageBox {
 public:
+    // The buttons that a box has.
     enum Buttons : std::uint32_t { kOk = 16, kOkCancel = 32, kYesNo = 64, kYesNoCancel = 128 };
+    // The button that closed it.
     enum Answer : std::int32_t { kAnswerCancel = 0, kAnswerOk = 1, kAnswerYes = 2, kAnswerNo = 3 };
 
     // Opens the box and waits for the user. A box that the system cannot show is cancelled,
@@ -86,22 +90,30 @@ private:
     SV::String m_message;
 };
 
+// A box about something that failed, with the system's icon and sound for that.
 class ZBASIC_API ZelErrorBox : public ZelMessageBox {
 public:
+    // Opens nothing yet. `buttons` is one of `Buttons`; an unknown value gives an OK button.
     ZelErrorBox(SV::Window* parent, std::uint32_t buttons, const SV::String& message);
 };
 
+// A box about something that may go wrong, with the system's icon and sound for that.
 class ZBASIC_API ZelWarningBox : public ZelMessageBox {
 public:
+    // Opens nothing yet. `buttons` is one of `Buttons`; an unknown value gives an OK button.
     ZelWarningBox(SV::Window* parent, std::uint32_t buttons, const SV::String& message);
 };
 
+// A box that only tells something, with the system's icon and sound for that.
 class ZBASIC_API ZelInfoBox : public ZelMessageBox {
 public:
+    // Opens nothing yet. `buttons` is one of `Buttons`; an unknown value gives an OK button.
     ZelInfoBox(SV::Window* parent, std::uint32_t buttons, const SV::String& message);
 };
 
+// A box that asks something, with the system's icon and sound for that.
 class ZBASIC_API ZelQueryBox : public ZelMessageBox {
 public:
+    // Opens nothing yet. `buttons` is one of `Buttons`; an unknown value gives an OK button.
     ZelQueryBox(SV::Window* parent, std::uint32_t buttons, const SV::String& message);
 };

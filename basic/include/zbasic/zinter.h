@@ -30,7 +30,8 @@ public:
     static void InitAvailableLanguages();
     // The ids in the order of the file; empty before `InitAvailableLanguages`.
     static const std::vector<std::uint16_t>& GetAvailableLanguages();
-    static bool IsValidLanguageID(std::uint16_t id);  // one of those?
+    // Whether it is one of those.
+    static bool IsValidLanguageID(std::uint16_t id);
 
     // The language of the user's Windows when it is available (first its display
     // language, then its formats; of another country, when need be), else the

@@ -10,6 +10,7 @@
 // The enumerations below have the numbers that Windows documents for the locale
 // item. Windows may answer with further numbers; they come as they are.
 
+// The calendar in which dates are shown.
 enum ZelCalendarType : std::int32_t {
     ZelCalendar_Gregorian = 1,
     ZelCalendar_GregorianUS = 2,  // English names everywhere
@@ -44,12 +45,13 @@ enum ZelOptionalCalendarType : std::int32_t {
     ZelOptionalCalendar_UmAlQura = 23,
 };
 
-// Of years in short dates.
+// Digits of years in short dates.
 enum ZelCenturyType : std::int32_t {
     ZelCentury_TwoDigits = 0,
     ZelCentury_FourDigits = 1,
 };
 
+// Where the symbol stands beside a positive amount.
 enum ZelCurrencyType : std::int32_t {
     ZelCurrency_Prefix = 0,           // $1.1
     ZelCurrency_Suffix = 1,           // 1.1$
@@ -57,40 +59,45 @@ enum ZelCurrencyType : std::int32_t {
     ZelCurrency_SuffixSeparated = 3,  // 1.1 $
 };
 
-// Of short dates.
+// The order of day, month and year in short dates.
 enum ZelDateType : std::int32_t {
     ZelDate_MonthDayYear = 0,
     ZelDate_DayMonthYear = 1,
     ZelDate_YearMonthDay = 2,
 };
 
+// The same in long dates.
 enum ZelLongDateType : std::int32_t {
     ZelLongDate_MonthDayYear = 0,
     ZelLongDate_DayMonthYear = 1,
     ZelLongDate_YearMonthDay = 2,
 };
 
+// Days of one digit in short dates.
 enum ZelDayLeadingZeroType : std::int32_t {
     ZelDayLeadingZero_No = 0,   // 9
     ZelDayLeadingZero_Yes = 1,  // 09
 };
 
+// Months of one digit in short dates.
 enum ZelMonthLeadingZeroType : std::int32_t {
     ZelMonthLeadingZero_No = 0,
     ZelMonthLeadingZero_Yes = 1,
 };
 
-// Of hours.
+// Hours of one digit.
 enum ZelTimeLeadingZeroType : std::int32_t {
     ZelTimeLeadingZero_No = 0,
     ZelTimeLeadingZero_Yes = 1,
 };
 
+// Numbers between -1 and 1.
 enum ZelDecimalLeadingZeroType : std::int32_t {
     ZelDecimalLeadingZero_No = 0,   // .7
     ZelDecimalLeadingZero_Yes = 1,  // 0.7
 };
 
+// The day with which calendars begin a week.
 enum ZelFirstDayOfWeekType : std::int32_t {
     ZelFirstDayOfWeek_Monday = 0,
     ZelFirstDayOfWeek_Tuesday = 1,
@@ -101,13 +108,16 @@ enum ZelFirstDayOfWeekType : std::int32_t {
     ZelFirstDayOfWeek_Sunday = 6,
 };
 
+// Which week of a year is its first one: that with 1 January, or the first with so many days of
+// the year.
 enum ZelFirstWeekOfYearType : std::int32_t {
     ZelFirstWeekOfYear_OfFirstOfJanuary = 0,
     ZelFirstWeekOfYear_FirstFullWeek = 1,
     ZelFirstWeekOfYear_FirstFourDayWeek = 2,  // as ISO 8601 has it
 };
 
-// Each name spells the example: S the symbol, N the number, B a blank.
+// Where sign and symbol stand beside a negative amount. Each name spells the example: S the symbol,
+// N the number, B a blank.
 enum ZelNegativeCurrencyType : std::int32_t {
     ZelNegativeCurrency_Parenthesis_SN = 0,    // ($1.1)
     ZelNegativeCurrency_Minus_SN = 1,          // -$1.1
@@ -127,15 +137,16 @@ enum ZelNegativeCurrencyType : std::int32_t {
     ZelNegativeCurrency_Parenthesis_NBS = 15,  // (1.1 $)
 };
 
+// How numbers below 0 show that they are.
 enum ZelNegativeNumberType : std::int32_t {
     ZelNegativeNumber_Parenthesis = 0,       // (1.1)
     ZelNegativeNumber_MinusBefore = 1,       // -1.1
-    ZelNegativeNumber_MinusBlankBefore = 2,  // - 1.1
+    ZelNegativeNumber_MinusBlankBefore = 2,  // "- 1.1"
     ZelNegativeNumber_MinusBehind = 3,       // 1.1-
     ZelNegativeNumber_BlankMinusBehind = 4,  // 1.1 -
 };
 
-// Where the sign stands.
+// Where the sign of a positive amount of money stands.
 enum ZelPositiveSignInCurrencyType : std::int32_t {
     ZelPositiveSignInCurrency_Parenthesis = 0,  // around amount and symbol
     ZelPositiveSignInCurrency_BeforeAmount = 1,
@@ -144,7 +155,7 @@ enum ZelPositiveSignInCurrencyType : std::int32_t {
     ZelPositiveSignInCurrency_BehindSymbol = 4,
 };
 
-// Where the sign stands.
+// Where the sign of a negative amount of money stands.
 enum ZelNegativeSignInCurrencyType : std::int32_t {
     ZelNegativeSignInCurrency_Parenthesis = 0,  // around amount and symbol
     ZelNegativeSignInCurrency_BeforeAmount = 1,
@@ -153,6 +164,7 @@ enum ZelNegativeSignInCurrencyType : std::int32_t {
     ZelNegativeSignInCurrency_BehindSymbol = 4,
 };
 
+// The paper that printers are expected to hold.
 enum ZelPaperSizeType : std::int32_t {
     ZelPaperSize_USLetter = 1,
     ZelPaperSize_USLegal = 5,
@@ -160,6 +172,7 @@ enum ZelPaperSizeType : std::int32_t {
     ZelPaperSize_A4 = 9,
 };
 
+// How many hours are counted before they begin anew.
 enum ZelTimeFormatType : std::int32_t {
     ZelTimeFormat_12Hours = 0,
     ZelTimeFormat_24Hours = 1,
@@ -183,38 +196,38 @@ ZBASIC_API unsigned long
 Zel_GetLanguage();  // the id's hexadecimal digits read as decimal ones: 409
 ZBASIC_API SV::String
 Zel_GetLanguageName();  // "English (United States)", in the language of the system
-ZBASIC_API SV::String Zel_GetLanguageEnglishName();      // "English"
-ZBASIC_API SV::String Zel_GetAbbreviatedLanguageName();  // "ENU"
-ZBASIC_API SV::String Zel_GetNativeLanguageName();       // "English"
-ZBASIC_API unsigned long Zel_GetCountryCode();           // 1, as telephones dial
-ZBASIC_API SV::String Zel_GetCountryName();              // in the language of the system
-ZBASIC_API SV::String Zel_GetCountryEnglishName();       // "United States"
-ZBASIC_API SV::String Zel_GetAbbreviatedCountryName();   // "USA"
-ZBASIC_API SV::String Zel_GetNativeCountryName();        // "United States"
-ZBASIC_API unsigned long Zel_GetDefaultLanguage();       // read like `Zel_GetLanguage`
-ZBASIC_API unsigned long Zel_GetDefaultCountry();
+ZBASIC_API SV::String Zel_GetLanguageEnglishName();       // "English"
+ZBASIC_API SV::String Zel_GetAbbreviatedLanguageName();   // "ENU"
+ZBASIC_API SV::String Zel_GetNativeLanguageName();        // "English"
+ZBASIC_API unsigned long Zel_GetCountryCode();            // 1, as telephones dial
+ZBASIC_API SV::String Zel_GetCountryName();               // in the language of the system
+ZBASIC_API SV::String Zel_GetCountryEnglishName();        // "United States"
+ZBASIC_API SV::String Zel_GetAbbreviatedCountryName();    // "USA"
+ZBASIC_API SV::String Zel_GetNativeCountryName();         // "United States"
+ZBASIC_API unsigned long Zel_GetDefaultLanguage();        // read like `Zel_GetLanguage`
+ZBASIC_API unsigned long Zel_GetDefaultCountry();         // of the default language: 1
 ZBASIC_API unsigned long Zel_GetDefaultCodepage();        // of consoles: 437
 ZBASIC_API unsigned long Zel_GetDefaultANSICodepage();    // 1252
 ZBASIC_API unsigned long Zel_GetDefaultMacCodepage();     // 10000
 ZBASIC_API unsigned long Zel_GetDefaultEBCDICCodepage();  // 37
 ZBASIC_API SV::String Zel_GetISO639LanguageName();        // "en"
 ZBASIC_API SV::String Zel_GetISO3166CountryName();        // "US"
-ZBASIC_API SV::String Zel_GetSortName();
-ZBASIC_API SV::String Zel_GetListSeparator();   // ","
-ZBASIC_API unsigned long Zel_GetMeasureType();  // 0 metric, 1 US
-ZBASIC_API ZelPaperSizeType Zel_GetPaperSizeType();
+ZBASIC_API SV::String Zel_GetSortName();                  // of the order of texts: "Default"
+ZBASIC_API SV::String Zel_GetListSeparator();             // ","
+ZBASIC_API unsigned long Zel_GetMeasureType();            // 0 metric, 1 US
+ZBASIC_API ZelPaperSizeType Zel_GetPaperSizeType();       // `ZelPaperSize_USLetter`
 
 // -- Numbers
 
-ZBASIC_API SV::String Zel_GetDecimalSeparator();        // "."
-ZBASIC_API SV::String Zel_GetThousandGroupSeparator();  // ","
-ZBASIC_API SV::String Zel_GetDecimalGrouping();         // "3;0"
-ZBASIC_API unsigned long Zel_GetFractionalDigits();
-ZBASIC_API ZelDecimalLeadingZeroType Zel_GetDecimalLeadingZeroType();
-ZBASIC_API SV::String Zel_GetNativeDigits();  // "0123456789"
-ZBASIC_API ZelNegativeNumberType Zel_GetNegativeNumberType();
-ZBASIC_API SV::String Zel_GetPositiveSign();  // often empty
-ZBASIC_API SV::String Zel_GetNegativeSign();  // "-"
+ZBASIC_API SV::String Zel_GetDecimalSeparator();                       // "."
+ZBASIC_API SV::String Zel_GetThousandGroupSeparator();                 // ","
+ZBASIC_API SV::String Zel_GetDecimalGrouping();                        // "3;0"
+ZBASIC_API unsigned long Zel_GetFractionalDigits();                    // of numbers: 2
+ZBASIC_API ZelDecimalLeadingZeroType Zel_GetDecimalLeadingZeroType();  // yes
+ZBASIC_API SV::String Zel_GetNativeDigits();                           // "0123456789"
+ZBASIC_API ZelNegativeNumberType Zel_GetNegativeNumberType();  // `ZelNegativeNumber_MinusBefore`
+ZBASIC_API SV::String Zel_GetPositiveSign();                   // often empty
+ZBASIC_API SV::String Zel_GetNegativeSign();                   // "-"
 
 // -- Money
 
@@ -225,12 +238,17 @@ ZBASIC_API SV::String Zel_GetNativeCurrencyName();           // "US Dollar"
 ZBASIC_API SV::String Zel_GetMonetaryDecimalSeparator();     // "."
 ZBASIC_API SV::String Zel_GetMonetaryThousandSeparator();    // ","
 ZBASIC_API SV::String Zel_GetMonetaryGrouping();             // "3;0"
-ZBASIC_API unsigned long Zel_GetCurrencyFractionalDigits();
-ZBASIC_API unsigned long Zel_GetInternationalCurrencyFractionalDigits();
+ZBASIC_API unsigned long Zel_GetCurrencyFractionalDigits();  // of amounts with the symbol: 2
+ZBASIC_API unsigned long
+Zel_GetInternationalCurrencyFractionalDigits();  // of amounts with "USD": 2
+
+// Where symbol and sign of an amount stand.
 ZBASIC_API ZelCurrencyType Zel_GetCurrencyType();
 ZBASIC_API ZelNegativeCurrencyType Zel_GetNegativeCurrencyType();
 ZBASIC_API ZelPositiveSignInCurrencyType Zel_GetPositiveSignInCurrencyType();
 ZBASIC_API ZelNegativeSignInCurrencyType Zel_GetNegativeSignInCurrencyType();
+
+// Whether the symbol stands before an amount, and whether a blank is between the two.
 ZBASIC_API bool Zel_GetMonetarySymbolPrecedesPositiveAmount();
 ZBASIC_API bool Zel_GetSeparationOfMonetarySymbolInPositiveValue();
 ZBASIC_API bool Zel_GetMonetarySymbolPrecedesNegativeAmount();
@@ -240,11 +258,14 @@ ZBASIC_API bool Zel_GetSeparationOfNegativeSignInMonetaryValue();
 
 // Relied on by callers: the currency symbol, not the separator of dates.
 ZBASIC_API SV::String Zel_GetDateSeparator();
+
 ZBASIC_API SV::String Zel_GetTimeSeparator();    // ":"
 ZBASIC_API SV::String Zel_GetShortDateFormat();  // "M/d/yyyy"
 ZBASIC_API SV::String Zel_GetLongDateFormat();   // "dddd, MMMM d, yyyy"
 ZBASIC_API SV::String Zel_GetTimeFormat();       // "h:mm:ss tt"
 ZBASIC_API SV::String Zel_GetYearMonthFormat();  // "MMMM yyyy"
+
+// What the formats of dates and times are made of.
 ZBASIC_API ZelDateType Zel_GetDateType();
 ZBASIC_API ZelLongDateType Zel_GetLongDateType();
 ZBASIC_API ZelTimeFormatType Zel_GetTimeFormatType();
@@ -253,15 +274,19 @@ ZBASIC_API ZelTimeLeadingZeroType Zel_GetTimeLeadingZeroType();
 ZBASIC_API ZelDayLeadingZeroType Zel_GetDayLeadingZeroType();
 ZBASIC_API ZelMonthLeadingZeroType Zel_GetMonthLeadingZeroType();
 ZBASIC_API ZelTimeMarkerPositionType Zel_GetTimeMarkerPositionType();
+
 ZBASIC_API SV::String Zel_GetAMDesignator();  // "AM"
 ZBASIC_API SV::String Zel_GetPMDesignator();  // "PM"
+
+// The calendar in use, the one that may be used beside it, and how both count weeks.
 ZBASIC_API ZelCalendarType Zel_GetCalendarType();
 ZBASIC_API ZelOptionalCalendarType Zel_GetFirstOptionalCalendarType();
 ZBASIC_API ZelFirstDayOfWeekType Zel_GetFirstDayOfWeekType();
 ZBASIC_API ZelFirstWeekOfYearType Zel_GetFirstWeekOfYearType();
 
-// -- Names of days (1 is Monday) and months (13 is empty in calendars of twelve)
+// -- Names of days and months
 
+// The name of a day of the week, from Monday to Sunday: "Monday".
 ZBASIC_API SV::String Zel_GetDayName1();
 ZBASIC_API SV::String Zel_GetDayName2();
 ZBASIC_API SV::String Zel_GetDayName3();
@@ -269,6 +294,8 @@ ZBASIC_API SV::String Zel_GetDayName4();
 ZBASIC_API SV::String Zel_GetDayName5();
 ZBASIC_API SV::String Zel_GetDayName6();
 ZBASIC_API SV::String Zel_GetDayName7();
+
+// The short name of a day of the week, from Monday to Sunday: "Mon".
 ZBASIC_API SV::String Zel_GetAbbreviatedDayName1();
 ZBASIC_API SV::String Zel_GetAbbreviatedDayName2();
 ZBASIC_API SV::String Zel_GetAbbreviatedDayName3();
@@ -276,6 +303,9 @@ ZBASIC_API SV::String Zel_GetAbbreviatedDayName4();
 ZBASIC_API SV::String Zel_GetAbbreviatedDayName5();
 ZBASIC_API SV::String Zel_GetAbbreviatedDayName6();
 ZBASIC_API SV::String Zel_GetAbbreviatedDayName7();
+
+// The name of a month, from the first of the year: "January". The 13th is empty in calendars of
+// twelve.
 ZBASIC_API SV::String Zel_GetMonthName1();
 ZBASIC_API SV::String Zel_GetMonthName2();
 ZBASIC_API SV::String Zel_GetMonthName3();
@@ -289,6 +319,8 @@ ZBASIC_API SV::String Zel_GetMonthName10();
 ZBASIC_API SV::String Zel_GetMonthName11();
 ZBASIC_API SV::String Zel_GetMonthName12();
 ZBASIC_API SV::String Zel_GetMonthName13();
+
+// The short name of a month, likewise: "Jan".
 ZBASIC_API SV::String Zel_GetAbbreviatedMonthName1();
 ZBASIC_API SV::String Zel_GetAbbreviatedMonthName2();
 ZBASIC_API SV::String Zel_GetAbbreviatedMonthName3();

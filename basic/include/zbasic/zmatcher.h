@@ -25,8 +25,9 @@ class PatternEngine;  // of the library alone
 using ZelRegExError = int;
 
 #if !defined(REG_EXTENDED)  // a system's <regex.h> has the same names, not all with the same values
+// Why nothing was found, or why an expression does not compile.
 enum : int {
-    REG_NOMATCH = 1,
+    REG_NOMATCH = 1,   // also of what is not compiled
     REG_BADPAT = 2,    // no pattern at all
     REG_ECOLLATE = 3,  // "[[.xy.]]", "[[=xy=]]": not one character
     REG_ECTYPE = 4,    // "[[:foo:]]"
@@ -56,19 +57,23 @@ public:
 protected:
     virtual ~__ZelRefCounted();
 
-    std::int32_t m_count = 1;
+    std::int32_t m_count = 1;  // references
 };
 
 // A compiled expression, and the flags it was compiled with: those asked for and 1.
 class ZBASIC_API ZelRegExData : public __ZelRefCounted {
 public:
+    // `flags` as `ZelRegEx` has them.
     explicit ZelRegExData(int flags);
     ZelRegExData(const ZelRegExData&) = delete;
     ZelRegExData& operator=(const ZelRegExData&) = delete;
 
+    // With the 1, asked for or not.
     int flags() const { return m_flags; }
+    // 0, or why the expression does not compile: 2 to 13. Before a success nothing is found.
     ZelRegExError compile(const char* pattern);
-    // Null positions are not asked for; they are written on success only.
+    // 0, 1 or 12, as `ZelRegEx::regExec` says. Null positions are not asked for; they are written
+    // on success only.
     ZelRegExError search(const char* text, int* start, int* end) const;
 
 protected:
@@ -89,8 +94,10 @@ class ZBASIC_API ZelRegEx {
 public:
     ZelRegEx();                                // nothing compiled: matches nothing
     ZelRegEx(const char* pattern, int flags);  // `regComp`, showing errors
+    // Share what `other` has compiled.
     ZelRegEx(const ZelRegEx& other);
     ZelRegEx& operator=(const ZelRegEx& other);
+
     ZelRegEx& operator=(const char* pattern);  // `regComp` with flags 4, showing errors
     ~ZelRegEx();
 
@@ -109,6 +116,8 @@ public:
     int match(const char* text) const;
     int match(const char* text, int& start, int& end) const;
 
+    // Whether nothing is compiled; the pointer is null then, and otherwise only says that it is
+    // not.
     bool operator!() const { return !m_data; }
     operator void*() const { return m_data; }
 
@@ -131,8 +140,9 @@ private:
 // as `ZelRegEx` has them; a match of whole words includes the characters beside it.
 class ZBASIC_API ZelJokerz {
 public:
-    ZelJokerz();
-    ZelJokerz(const char* pattern, int flags);
+    ZelJokerz();                                // nothing compiled: matches nothing
+    ZelJokerz(const char* pattern, int flags);  // compiles; flags as above
+    // Share what `other` has compiled.
     ZelJokerz(const ZelJokerz& other);
     ZelJokerz& operator=(const ZelJokerz& other);
     // Relied on by callers: compiles a regular expression, not a wildcard pattern, with flags 4
@@ -140,9 +150,12 @@ public:
     ZelJokerz& operator=(const char* expression);
     ~ZelJokerz();
 
+    // 1 or 0. A search that runs out of memory (12) is 0 and opens a box.
     int match(const char* text) const;
     int match(const char* text, int& start, int& end) const;
 
+    // Whether the object is unusable; the pointer is null then, and otherwise only says that it is
+    // not.
     bool operator!() const { return !m_regEx; }
     operator void*() const { return m_regEx; }
 
@@ -151,24 +164,28 @@ private:
 };
 
 // Either matcher, for callers that take both. Objects are not deleted through it.
+// Relied on by callers: the order of the virtual operations.
 class ZBASIC_API ZelMatcherI {
 public:
-    // Relied on by callers: the order of the virtual operations.
-    virtual operator void*() const = 0;  // not null when usable
-    virtual bool operator!() const = 0;
-    virtual int match(const char* text) const = 0;
+    virtual operator void*() const = 0;             // not null when usable
+    virtual bool operator!() const = 0;             // whether it is not
+    virtual int match(const char* text) const = 0;  // 1 or 0
 
 protected:
     ~ZelMatcherI() = default;
 };
 
+// A `ZelRegEx` as such a matcher.
 class ZBASIC_API ZelRegEx2 final : public ZelMatcherI {
 public:
+    // Flags, boxes and results are those of `ZelRegEx`.
     ZelRegEx2(const char* pattern, int flags) : m_regEx(pattern, flags) {}
 
     operator void*() const override { return m_regEx; }
     bool operator!() const override { return !m_regEx; }
     int match(const char* text) const override { return m_regEx.match(text); }
+
+    // As `ZelRegEx::match` with positions.
     int match(const char* text, int& start, int& end) const {
         return m_regEx.match(text, start, end);
     }
@@ -177,13 +194,17 @@ private:
     ZelRegEx m_regEx;
 };
 
+// A `ZelJokerz` as such a matcher.
 class ZBASIC_API ZelJokerz2 final : public ZelMatcherI {
 public:
+    // Flags, boxes and results are those of `ZelJokerz`.
     ZelJokerz2(const char* pattern, int flags) : m_jokerz(pattern, flags) {}
 
     operator void*() const override { return m_jokerz; }
     bool operator!() const override { return !m_jokerz; }
     int match(const char* text) const override { return m_jokerz.match(text); }
+
+    // As `ZelJokerz::match` with positions.
     int match(const char* text, int& start, int& end) const {
         return m_jokerz.match(text, start, end);
     }

@@ -34,6 +34,7 @@ public:
     // False when nothing is loaded; the last error then stays as it was.
     bool unload();
 
+    // From a successful `load` to `unload`.
     bool isLoaded() const { return m_module != nullptr; }
     // The system's code for the last `load`, `unload` or look-up; 0 when that succeeded.
     unsigned long getLastError() const { return m_lastError; }
@@ -57,6 +58,7 @@ private:
     SV::String m_fileName;
 };
 
+// What a plug-in is for. A DLL may answer other numbers and is refused then.
 enum ZelPluginType : std::int32_t {
     kZelPluginGeneral = 101,  // only announces itself
     kZelPluginScript = 102,   // adds commands to the script language
@@ -80,23 +82,26 @@ enum ZelPluginLoadResult : std::int32_t {
     kZelPluginNotUsable = 6,  // an export for its type lacks, or it is not for this program
 };
 
+// One plug-in, and the owner of the DLL that it comes from: deleting it unloads the DLL. Main
+// thread only. The order of the virtual operations is relied on by callers.
 class ZBASIC_API ZelBasicPlugin {
 public:
     ZelBasicPlugin(const ZelBasicPlugin&) = delete;
     ZelBasicPlugin& operator=(const ZelBasicPlugin&) = delete;
-    // The order of the virtual operations is relied on by callers.
     virtual ~ZelBasicPlugin();
     // Called once, behind the checks that all plug-ins go through; false: not usable here.
     virtual bool init() = 0;
 
-    ZelPluginType getPluginType() const { return m_type; }
+    ZelPluginType getPluginType() const { return m_type; }      // its kind
     const SV::String& getPluginName() const { return m_name; }  // of its kind: "General"
+    // As `ZelDLLLoader::getFilename`.
     const SV::String& getPluginFilename() const { return m_loader->getFilename(); }
 
 protected:
     // Takes over the loader, which must not be null.
     ZelBasicPlugin(ZelPluginType type, ZelDLLLoader* loader, SV::String name);
 
+    // For look-ups; stays the plug-in's.
     ZelDLLLoader& loader() const { return *m_loader; }
 
 private:
@@ -105,9 +110,12 @@ private:
     SV::String m_name;
 };
 
+// A plug-in without operations: all that it does, it does while its DLL is loaded.
 class ZBASIC_API ZelPluginGeneral : public ZelBasicPlugin {
 public:
+    // As the base class: takes over the loader.
     explicit ZelPluginGeneral(ZelDLLLoader* loader);
+
     bool init() override;  // true
 };
 
@@ -115,17 +123,27 @@ public:
 // has nothing (0, an empty text, false). So it is before a successful `init`.
 class ZBASIC_API ZelPluginZelScript : public ZelBasicPlugin {
 public:
+    // As the base class: takes over the loader.
     explicit ZelPluginZelScript(ZelDLLLoader* loader);
 
     // False when one of the six exports lacks, or the plug-in is not for this edition: in the
     // edition WVTK one that is not accessible, in QXTK one that is for WVTK alone.
     bool init() override;
 
+    // The edition that it is for; may be another number.
     ZelPluginZelScriptExecutionType getExecutionType() const;
+
     const char* getMessagePortName() const;  // lives as long as the DLL is loaded
+
+    // Has the plug-in deal with a request that begins with one of its commands; false: it did not.
+    // The answer goes into the message or the result. What these and the parser are is between
+    // host and plug-in.
     bool handleRequest(const char* request, ZelRyoParser& parser, ZelMessage* message) const;
     bool handleRequest(const char* request, ZelRyoParser& parser, ZelScriptResult& result) const;
+
+    // Whether `command` is one of its commands.
     bool IsCommandExisting(const char* command) const;
+    // All its commands, with `separator` between.
     SV::String GetAllCommands(char separator) const;
 
     // Whether its commands are for the edition that runs; any execution type but the three is for

@@ -17,6 +17,7 @@
 #include "zbasic/zplugin.h"
 #include "zbasic/zversionnumber.h"
 
+// What stands before each export: a C function that the host finds by its plain name.
 #if defined(_WIN32)
 #define ZEL_PLUGIN_EXPORT extern "C" __declspec(dllexport)
 #else
@@ -32,6 +33,7 @@
     ZEL_PLUGIN_EXPORT int ZelPluginFctGetVersion() { return ZEL_PLUGIN_VERSION; } \
     ZEL_PLUGIN_EXPORT int ZelPluginFctGetType() { return type; }
 
+// The exports of a plug-in that announces itself and does no more.
 #define ZEL_GENERAL_PLUGIN() ZEL_PLUGIN_EXPORTS(kZelPluginGeneral)
 
 // `Plugin` has these static members:
@@ -39,9 +41,11 @@
 //     static ZelPluginZelScriptExecutionType executionType();  // the edition that it is for
 //     static const char* messagePortName();                    // of static storage
 //     static bool handleRequest(const char* request, ZelRyoParser& parser, ZelMessage* message);
-//     static bool handleRequest(const char* request, ZelRyoParser& parser, ZelScriptResult&
-//     result); static bool isCommandExisting(const char* command); static void
-//     getAllCommands(SV::String& commands, char separator);  // fills the empty text
+//     static bool handleRequest(const char* request, ZelRyoParser& parser,
+//                               ZelScriptResult& result);
+//     static bool isCommandExisting(const char* command);
+//     // Fills the empty text.
+//     static void getAllCommands(SV::String& commands, char separator);
 //
 // A request begins with one of its commands. `true` says that it was dealt with.
 #define ZEL_SCRIPT_PLUGIN(Plugin)                                                        \

@@ -26,18 +26,20 @@ enum ZelCmdShow : std::int32_t {
 // in it) loses its quotes.
 class ZBASIC_API ZelBasicProcess {
 public:
+    // What is to be started is copied (or moved); a program that runs has no part in it.
     ZelBasicProcess(const ZelBasicProcess&);
     ZelBasicProcess(ZelBasicProcess&&) noexcept;
     ZelBasicProcess& operator=(const ZelBasicProcess&);
     ZelBasicProcess& operator=(ZelBasicProcess&&) noexcept;
 
 protected:
+    // Starts nothing yet.
     ZelBasicProcess(const SV::String& command, const SV::String& parameters, ZelCmdShow show);
     ~ZelBasicProcess();
 
-    SV::String m_command;
-    SV::String m_parameters;
-    ZelCmdShow m_show;
+    SV::String m_command;     // without outer quotes
+    SV::String m_parameters;  // as given
+    ZelCmdShow m_show;        // as given
 };
 
 // A program that is started with a command line and asked for its exit code.
@@ -62,6 +64,7 @@ protected:
 // Threads: an object is used by one thread, whichever that is. Nothing throws but `std::bad_alloc`.
 class ZBASIC_API ZelSynchronousProcess : public ZelBasicProcess {
 public:
+    // Starts nothing yet.
     ZelSynchronousProcess(const SV::String& command, const SV::String& parameters, ZelCmdShow show);
     ZelSynchronousProcess(const ZelSynchronousProcess&) = delete;
     ZelSynchronousProcess& operator=(const ZelSynchronousProcess&) = delete;
@@ -96,7 +99,8 @@ private:
 // A file or command that the shell opens, and that nobody follows. Main thread only.
 class ZBASIC_API ZelAsynchronousProcess : public ZelBasicProcess {
 public:
-    explicit ZelAsynchronousProcess(const SV::String& command);  // `kCmdShowNormal`
+    // Start nothing yet. A command alone has no parameters and is shown as `kCmdShowNormal`.
+    explicit ZelAsynchronousProcess(const SV::String& command);
     ZelAsynchronousProcess(const SV::String& command, const SV::String& parameters,
                            ZelCmdShow show);
 

@@ -11,6 +11,8 @@ class ISequence {
 public:
     virtual ~ISequence() = default;
 
+    // Operations first drop what is there, then add one result after the other. What these throw
+    // reaches the operation's caller.
     virtual void clear() = 0;
     virtual void append(const T& element) = 0;
 };
@@ -19,12 +21,15 @@ public:
 template <class T>
 class ZelVectorSequence : public ISequence<T> {
 public:
+    // Keeps its memory for the next series.
     void clear() override { m_elements.clear(); }
+    // `std::bad_alloc` when there is no memory for another element.
     void append(const T& element) override {
         if (m_elements.capacity() == 0) m_elements.reserve(kUsualSize);
         m_elements.push_back(element);
     }
 
+    // In the order in which they were added.
     const std::vector<T>& elements() const { return m_elements; }
 
 private:

@@ -24,8 +24,11 @@ enum ZelExportFileType : std::int32_t { kExportFileTypeXml = 1 };
 // `SetCharacterMap` has not; several may be the first.
 class ZBASIC_API ZelSGMLString {
 public:
-    ZelSGMLString(const char* text);  // null: empty
+    // A copy of the text; null is empty.
+    ZelSGMLString(const char* text);
     ZelSGMLString(const SV::String& text);
+
+    // As values: only the text belongs to the object.
     ZelSGMLString(const ZelSGMLString&);
     ZelSGMLString(ZelSGMLString&&) noexcept;
     ZelSGMLString& operator=(const ZelSGMLString&);
@@ -57,8 +60,8 @@ public:
     // Valid until the next `SetCharacterMap`.
     static const char* GetLanguage();
 
-    static void SetExportFileType(ZelExportFileType type);
-    static void EnableWarning(bool isEnabled);  // on at first
+    static void SetExportFileType(ZelExportFileType type);  // 0 at first, which is not XML
+    static void EnableWarning(bool isEnabled);              // on at first
 
     // The text through the map. Carriage returns are dropped.
     static SV::String GetSGMLString(const SV::String& text);
@@ -70,7 +73,6 @@ public:
     // `Zel_IsValidXMLChar`).
     static SV::String XMLStr(const SV::String& text, bool checkControlRange);
 
-    // `XMLStr` with the check when the export file type is XML, else `GetSGMLString`.
     friend ZBASIC_API std::ostream& operator<<(std::ostream& stream, const ZelSGMLString& text);
 
 private:
@@ -91,4 +93,6 @@ private:
     SV::String m_text;
 };
 
+// Inserts `ZelSGMLString::XMLStr` of the text, with the check, when the export file type is XML,
+// else `ZelSGMLString::GetSGMLString` of it.
 ZBASIC_API std::ostream& operator<<(std::ostream& stream, const ZelSGMLString& text);

@@ -40,11 +40,12 @@ public:
     ZelFileReader& operator=(const ZelFileReader&) = delete;
     ~ZelFileReader() override;
 
-    bool Done() override;  // closes the file; true
-    std::int64_t GetCurrentOffset() const override;
-    bool Is2CharsForNewline() const override;  // true before `Init`
+    bool Done() override;                            // closes the file; true
+    std::int64_t GetCurrentOffset() const override;  // 0 at first
+    bool Is2CharsForNewline() const override;        // true before `Init`
 
 protected:
+    // Opens nothing yet.
     explicit ZelFileReader(const SV::String& fileName);
 
     // The next block. True with an empty buffer when the end of the file is reached
@@ -57,27 +58,32 @@ public:
     // or the file is not open, and nothing has changed then.
     virtual bool MoveTo(std::int64_t offset);
 
+    // Where the block begins in the file, and in the block what is read next; their sum is
+    // `GetCurrentOffset`.
     std::int64_t GetAbsoluteBufferOffset() const { return m_bufferOffset; }
     std::int64_t GetInBufferOffset() const { return m_position - m_buffer.get(); }
+
     double GetCurrentPercent() const;  // 0 to 100; 0 for an empty file
+    // The name as given; the pointer is valid as long as the reader.
     SV::String GetFilename() const { return m_fileName; }
     const char* GetpFilename() const { return m_fileName.c_str(); }
+
     void* GetHandle() const { return m_file; }  // a HANDLE; INVALID_HANDLE_VALUE when closed
 
 protected:
     bool _ImpOpenFile();  // also reads the size; false, and closed, when either fails
 
-    bool isOpen() const;
+    bool isOpen() const;  // between `_ImpOpenFile` and `Done`
 
-    void* m_file;
-    SV::String m_fileName;
-    std::int64_t m_fileSize = 0;
-    std::int64_t m_bufferOffset = 0;  // of the buffer's first byte in the file
-    std::unique_ptr<char[]> m_buffer;
-    char* m_position;               // what is read next
-    char* m_end;                    // behind the last byte that was read
-    std::int32_t m_lastCount = -1;  // bytes of the last read; -1: nothing read yet
-    bool m_is2CharsForNewline = true;
+    void* m_file;                      // as `GetHandle`
+    SV::String m_fileName;             // as given
+    std::int64_t m_fileSize = 0;       // when it was opened
+    std::int64_t m_bufferOffset = 0;   // of the buffer's first byte in the file
+    std::unique_ptr<char[]> m_buffer;  // the block, and readable bytes behind it
+    char* m_position;                  // what is read next
+    char* m_end;                       // behind the last byte that was read
+    std::int32_t m_lastCount = -1;     // bytes of the last read; -1: nothing read yet
+    bool m_is2CharsForNewline = true;  // as `Is2CharsForNewline`
 };
 
 class ZelTextParser;
@@ -90,6 +96,7 @@ class ZelTextParser;
 // process at once with a message box and exit code 1; 8191 bytes pass.
 class ZBASIC_API ZelTextFileReader : public ZelFileReader {
 public:
+    // Opens nothing yet.
     explicit ZelTextFileReader(const SV::String& fileName);
     ~ZelTextFileReader() override;
 
@@ -201,8 +208,11 @@ public:
     std::int64_t GetSavedOffset() const { return m_savedOffset; }    // -1: none saved
     std::int64_t GetSavedLineNum() const { return m_savedLineNum; }  // -1: none saved
 
+    // Where the line that was read last begins, counted from the lines' sizes.
     std::int64_t GetCurrentLineOffset() const { return m_currentLineOffset; }
+
     std::int32_t GetTokenCount() const { return m_tokenCount; }  // look-ahead tokens cut so far
+    // Stays the parser's. Whoever reads lines from it takes them from the parser.
     ZelLineReader* GetLineReader() const { return m_reader.get(); }
 
     // Whether more input may follow: the result of the last line read.

@@ -59,9 +59,11 @@ ZBASIC_API void Zel_SplitIntoTokens(const SV::String& text, char separator,
 // `out` becomes the text up to the first `stop`, with it; all of it when there is none.
 ZBASIC_API void zel_getuntil(const char* text, char stop, SV::String& out);
 
+// How often the byte `c` stands in the text; 0 for NUL, which is its end.
 ZBASIC_API int zel_charcount(const char* text, char c);
 
-// In place. Bytes that stay the same are not written.
+// Replaces every byte `from` by `to`, in place. Bytes that stay the same are not written; null is
+// passed over.
 ZBASIC_API void zel_charreplace(char* text, char from, char to);
 
 // The name's next variant: the number in the parentheses at its end plus one, or " (2)" appended
@@ -190,8 +192,9 @@ public:
     ZelStringAcceleratorTable(const ZelStringAcceleratorTable&) = delete;
     ZelStringAcceleratorTable& operator=(const ZelStringAcceleratorTable&) = delete;
 
-    void SetElement(std::size_t index, const SV::String& text);
-    bool HasElement(std::size_t index) const;
+    void SetElement(std::size_t index,
+                    const SV::String& text);   // or replaces it; empty counts as set
+    bool HasElement(std::size_t index) const;  // was it ever set?
     // Empty when the element was never set.
     const SV::String& GetElement(std::size_t index) const;
 

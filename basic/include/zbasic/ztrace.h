@@ -24,8 +24,7 @@
 
 extern "C" {
 
-// Trace lines: off, and to standard output, until told otherwise.
-
+// Whether trace lines are written; off at first. They go to standard output until told otherwise.
 ZBASIC_API void Zel_EnableTracing(bool isEnabled);
 ZBASIC_API bool Zel_IsTracingEnabled();
 

@@ -19,13 +19,15 @@ ZBASIC_API int Zel_GetVersionHigh();
 ZBASIC_API int Zel_GetVersionLow();
 ZBASIC_API int Zel_GetVersionPatch();
 ZBASIC_API int Zel_GetVersionBuild();
-ZBASIC_API SV::String Zel_GetVersionDev();   // tag of a development version; else empty
+ZBASIC_API SV::String Zel_GetVersionDev();  // tag of a development version; else empty
+
 ZBASIC_API SV::String Zel_GetDataVersion();  // of the data that programs exchange: "4.0"
 
 // "1.8". Relied on by callers: zeros at the end are cut, so that 1.10 shows as "1.1".
 ZBASIC_API SV::String Zel_GetVersionString();
 // "1.8_230922", the build with at least four digits.
 ZBASIC_API SV::String Zel_GetBuildVersionString();
+
 ZBASIC_API SV::String Zel_GetPatchVersionString();  // "1.8.0"
 // "1.8.0.230922", the build with at least four digits, then "-" and the development tag if any.
 ZBASIC_API SV::String Zel_GetPatchBuildVersionString();
@@ -67,6 +69,7 @@ enum ZelApplicationType : std::int32_t {
     kZelApplicationQXTK = 1,  // until told otherwise
 };
 
+// That edition. `Zel_IsWVTK` and `Zel_IsQXTK` are both false for any other value.
 ZBASIC_API void Zel_SetApplicationType(ZelApplicationType type);
 ZBASIC_API ZelApplicationType Zel_GetApplicationType();
 ZBASIC_API bool Zel_IsWVTK();

@@ -12,6 +12,7 @@
 // What stands behind the command of a request, word by word.
 class ZelRyoParser {
 public:
+    // The text must live as long as the parser.
     explicit ZelRyoParser(std::string_view text) : m_rest(text) {}
 
     // The next word, without blanks and tabs; empty when there is none.
@@ -31,6 +32,7 @@ private:
 // What a command answers: lines that end in "\n", but for the last one.
 class ZelScriptResult {
 public:
+    // The whole answer; empty at first.
     void setText(const SV::String& text) { m_text = text; }
     const SV::String& getText() const { return m_text; }
 
@@ -41,7 +43,7 @@ private:
 // A request that comes by a message port; the plug-in puts its answer into `result`.
 class ZelMessage {
 public:
-    ZelScriptResult result;
+    ZelScriptResult result;  // empty when it comes
 };
 
 // The receiver of this far call answers with a model as GML, laid out as zelhost exports it. It is
