@@ -5,19 +5,23 @@ Headers are written for readers: `//` prose above a declaration, or behind it on
 Doxygen gets has the same lines, so that its messages point to the right ones:
 
 - the comment at the top, and any that stands alone, describe the file;
-- a comment above a declaration describes it and those that follow it without a blank line;
-- a comment behind a declaration adds to that;
-- an enumerator without one is described by the comment of its enumeration.
+- "// -- Title" alone begins a section of the page;
+- a comment above a declaration describes it and those that follow it without a blank line, but
+  for destructors and deleted functions;
+- a comment behind a declaration comes before that.
 
-`Backticks` become code, lines indented by four more blanks a listing, "- " a list.
+`Backticks` become code, and links where that is a name of ours; lines indented by four more blanks
+become a listing, "- " a list.
 """
 
 import re
 import sys
 
-CONTAINER = re.compile(r'(template\s*<.*>\s*)?(inline\s+)?(namespace|class|struct|union|enum|extern ")')
+CONTAINER = re.compile(r'(?:template\s*<.*>\s*)?(?:inline\s+)?'
+                       r'(namespace|class|struct|union|enum|extern "")')
 LITERAL = re.compile(r'"(?:\\.|[^"\\])*"|\'(?:\\.|[^\'\\])\'')
 PARAGRAPH = re.compile(r'(Relied on by callers|Threads|Errors|Ownership|Results)(, of |: )')
+LINKED = re.compile(r'([Zz]el_\w+|Zel[A-Za-z0-9]+|SV)(::\w+)*')
 SENTENCE_END = re.compile(r'(?<=[.?!])\s+(?=[A-Z`"(])')
 
 
@@ -37,24 +41,27 @@ def escape(text):
     return text.replace('*/', '*&zwj;/').replace('::', r'\::').replace('--', r'\--')
 
 
+def mark(code):
+    link = '#' + code if LINKED.fullmatch(code) else escape(code)
+    return f'<code>{link}</code>'
+
+
 def inline(text):
     """A paragraph's text with its code marked."""
     pieces = re.split(r'`([^`]+)`', text)
-    return ''.join(f'<code>{escape(piece)}</code>' if i % 2 else escape(piece)
-                   for i, piece in enumerate(pieces))
+    return ''.join(mark(piece) if i % 2 else escape(piece) for i, piece in enumerate(pieces))
 
 
-def paragraphs(lines):
+def parts_of(lines):
     """('text' | 'list' | 'code', lines) for each part of a comment."""
     parts = []
     for line in lines:
-        line = line[1:] if line.startswith(' ') else line
+        line = line.removeprefix(' ')
         kind = parts[-1][0] if parts else None
-        if not line:
-            if kind == 'code':
-                parts[-1][1].append('')
-            else:
-                parts.append((None, []))
+        if not line and kind == 'code':
+            parts[-1][1].append('')
+        elif not line:
+            parts.append((None, []))
         elif line.startswith('    ') and kind != 'list':
             if kind != 'code':
                 parts.append(('code', []))
@@ -72,24 +79,22 @@ def paragraphs(lines):
     return [(kind, content) for kind, content in parts if kind]
 
 
-def description(*comments):
+def markup(comments, has_brief=True):
     """One line of Doxygen's for comments, the first sentence of the first one as its heading."""
     html = []
-    for comment in comments:
-        for kind, lines in paragraphs(comment):
-            if kind == 'code':
-                code = '\n'.join(lines).rstrip('\n')
-                html.append('<pre>' + escape(code).replace('\n', '<br>') + '</pre>')
-            elif kind == 'list':
-                html.append('<ul>' + ''.join(f'<li>{inline(item)}</li>' for item in lines) + '</ul>')
-            else:
-                text = ' '.join(lines)
-                if html:
-                    html.append('<p>' + inline(text) + '</p>')
-                else:
-                    brief, *rest = SENTENCE_END.split(text, maxsplit=1)
-                    html.append(f'@brief {inline(brief)} @details {inline("".join(rest))}')
-    return ' '.join(html)
+    for kind, lines in (part for comment in comments for part in parts_of(comment)):
+        if kind == 'code':
+            listing = escape('\n'.join(lines).rstrip('\n')).replace('\n', '<br>')
+            html.append(f'<pre>{listing}</pre>')
+        elif kind == 'list':
+            html.append('<ul>' + ''.join(f'<li>{inline(item)}</li>' for item in lines) + '</ul>')
+        elif html or not has_brief:
+            html.append(f'<p>{inline(" ".join(lines))}</p>')
+        else:
+            html += [inline(part) for part in SENTENCE_END.split(' '.join(lines), maxsplit=1)]
+    if not has_brief:
+        return ' '.join(html)
+    return '@brief ' + ' @details '.join([html[0], ' '.join(html[1:])][:len(html)])
 
 
 class Filter:
@@ -97,94 +102,82 @@ class Filter:
         self.name = name
         self.lines = lines
         self.containers = []  # the kinds of those that are open
-        self.block = None     # comment lines that may belong to the next declaration
-        self.block_at = 0
-        self.group = None     # the comment of declarations that follow each other
-        self.described_enum = False
+        self.block = []  # comment lines that may belong to the next declaration
+        self.run_comment = []  # of declarations that follow each other
         self.is_file_described = False
+        self.is_section_open = False
 
     def run(self):
         at = 0
         while at < len(self.lines):
             at = self.line(at)
-        self.end_block()
+        self.end_block(at)
+        self.end_section(at - 1)
 
     def line(self, at):
         """Handles the line, or all of a declaration that begins on it; the next line to handle."""
-        line = self.lines[at]
-        code, comment = split_comment(line)
+        code, comment = split_comment(self.lines[at])
         text = code.strip()
-        if not text and comment is None:
-            self.end_block()
-            self.group = None
-        elif not text:
-            if self.block is None:
-                self.block, self.block_at, self.group = [], at, None
+        if text.startswith('#') and not text.startswith('#define'):
+            return at + 1
+        if text and not re.fullmatch(r'}.*|public:|protected:|private:', text):
+            return self.declaration(at)
+        if not text and comment is not None:
+            self.run_comment = []
             self.block.append(comment)
             self.lines[at] = ''
-        elif text.startswith('#') and not text.startswith('#define'):
-            pass
-        elif text.startswith('}'):
-            self.containers.pop()
-            self.group = None
-        elif re.fullmatch(r'(public|protected|private):', text):
-            self.block = self.group = None
-        else:
-            return self.declaration(at)
+            return at + 1
+        self.end_block(at)
+        self.run_comment = []
+        if text.startswith('}') and self.containers.pop() == 'namespace':
+            self.end_section(at - 1)
         return at + 1
 
-    def end_block(self):
-        """A comment that no declaration follows is about the file."""
-        if self.block is not None and not self.block[0].startswith(' -- '):
-            text = description(self.block)
-            if self.is_file_described:
-                text = text.replace('@brief ', '<p>').replace(' @details ', ' ')
-            self.lines[self.block_at] = f'/** @file {self.name} {text} */'
-            self.is_file_described = True
-        self.block = None
+    def end_block(self, at):
+        """A comment that ends before that line, and that no declaration follows."""
+        block, self.block = self.block, []
+        if not block:
+            return
+        if block[0].startswith(' -- '):
+            self.end_section(at - 1)
+            self.lines[at - 1] += f'/** @name {inline(block[0][4:])} */ /** @{{ */'
+            self.is_section_open = True
+            return
+        text = markup([block], not self.is_file_described)
+        self.lines[at - len(block)] = f'/** @file {self.name} {text} */'
+        self.is_file_described = True
+
+    def end_section(self, at):
+        if self.is_section_open:
+            self.lines[at] += '/** @} */'
+        self.is_section_open = False
 
     def declaration(self, at):
-        end, comments, statement = self.statement(at)
-        own, self.block = self.block, None
-        if own is not None:
-            self.group = own
+        end, behind, statement = self.statement(at)
+        own, self.block = self.block, []
+        if own:
+            self.run_comment = own
+        counts = own or not ('~' in statement or '= delete' in statement)
+        comments = [comment for comment in (behind, counts and self.run_comment) if comment]
         container = CONTAINER.match(statement)
-        opens = container and '(' not in statement and not statement.endswith((';', '}'))
-        if statement.startswith('extern ""'):
-            self.containers.append('extern')
-            return end
-        texts = [text for text in (comments, self.group) if text]
-        doc = description(*texts) if texts else ''
-        if not doc and self.described_enum and self.containers[-1:] == ['enum']:
-            doc = '<!-- as the enumeration says -->'
-        is_enum = container and container.group(3) == 'enum'
-        if is_enum:
-            self.described_enum = bool(doc)
-            if not opens and doc:
-                self.describe_enumerators(at, end)
-        if doc and not statement.startswith('}'):
-            indent = self.lines[at][:len(self.lines[at]) - len(self.lines[at].lstrip())]
-            self.lines[at] = f'{indent}/** {doc} */ {self.lines[at].lstrip()}'
+        opens = container and statement.endswith('{') and '(' not in statement
+        if comments and not statement.startswith('extern "" {'):
+            code = self.lines[at].lstrip()
+            indent = self.lines[at][:-len(code)]
+            self.lines[at] = f'{indent}/** {markup(comments)} */ {code}'
+            if opens:
+                self.run_comment = []
         if opens:
-            self.containers.append(container.group(3))
-            self.group = None
+            self.containers.append(container.group(1))
         return end
-
-    def describe_enumerators(self, at, end):
-        """Of an enumeration that is written on one line."""
-        for i in range(at, end):
-            head, brace, rest = self.lines[i].partition('{')
-            if brace:
-                rest = re.sub(r'\b(\w+)( = [^,}]+)?(?=\s*[,}])',
-                              r'/** <!-- --> */ \1\2', rest)
-                self.lines[i] = head + brace + rest
 
     def statement(self, at):
         """Where the declaration that begins here ends, the comments behind it, and its code."""
+        is_macro = self.lines[at].startswith('#')
+        ends = (';', '}', ',') if self.containers[-1:] == ['enum'] else (';', '}')
         depth = 0
         statement = ''
         comments = []
-        is_macro = self.lines[at].lstrip().startswith('#')
         while at < len(self.lines):
             code, comment = split_comment(self.lines[at])
             bare = LITERAL.sub('""', code).strip()
@@ -198,25 +191,93 @@ class Filter:
                     break
                 continue
             depth += sum(map(bare.count, '({[')) - sum(map(bare.count, ')}]'))
-            opens = CONTAINER.match(statement) and '(' not in statement and bare.endswith('{')
-            if opens or depth == 0 and bare.endswith((';', '}', ',')) and not self.is_list(statement):
+            if depth == 0 and bare.endswith(ends):
                 break
-            if depth == 0 and self.containers[-1:] == ['enum'] and self.lines[at].lstrip() == '};':
+            if bare.endswith('{') and CONTAINER.match(statement) and '(' not in statement:
+                break
+            if ends[-1] == ',' and depth == 0 and self.lines[at].strip().startswith('}'):
                 break
         return at, comments, statement
 
-    @staticmethod
-    def is_list(statement):
-        """Whether a comma at the end goes on with something else than an enumerator."""
-        return statement.endswith(',') and ('(' in statement or ':' in statement)
 
+def filtered(name, text):
+    """The text of a header, for Doxygen.
 
-def main():
-    with open(sys.argv[1], encoding='utf-8') as header:
-        lines = header.read().split('\n')
-    name = '/'.join(sys.argv[1].split('/')[-2:])
+    >>> print(filtered('sample.h', '''// Colours.
+    ...
+    ... // Any of 256. As `Zel_Mask`: x::y -- 5%.
+    ... class Palette {
+    ... public:
+    ...     // Any thread.
+    ...     int Get(int i) const;  // 0 when absent
+    ...     int Size() const {
+    ...         return 1;  // not for readers
+    ...     }
+    ...     ~Palette();
+    ...
+    ...     void Plain();
+    ... };
+    ...
+    ... // -- Names
+    ...
+    ... enum Name {
+    ...     kRed,  // #f00
+    ...     kBlue,
+    ...     kNone  // "//"
+    ... };'''))
+    /** @file sample.h @brief Colours. */
+    <BLANKLINE>
+    <BLANKLINE>
+    /** @brief Any of 256. @details As <code>#Zel_Mask</code>: x\\::y \\-- 5\\%. */ class Palette {
+    public:
+    <BLANKLINE>
+        /** @brief 0 when absent @details <p>Any thread.</p> */ int Get(int i) const;
+        /** @brief Any thread. */ int Size() const {
+            return 1;  // not for readers
+        }
+        ~Palette();
+    <BLANKLINE>
+        void Plain();
+    };
+    <BLANKLINE>
+    /** @name Names */ /** @{ */
+    <BLANKLINE>
+    enum Name {
+        /** @brief \\#f00 */ kRed,
+        kBlue,
+        /** @brief &quot;//&quot; */ kNone
+    };/** @} */
+
+    A run shares its comment, of which no sentence is lost.
+
+    >>> print(filtered('run.h', '''// They
+    ... // wait.
+    ... //
+    ... //     &
+    ... // - a
+    ... //   b
+    ... void f(int,
+    ...        int);  // 5 s
+    ... #define H \\\\
+    ...     1
+    ... void g() = delete;'''))
+    <BLANKLINE>
+    <BLANKLINE>
+    <BLANKLINE>
+    <BLANKLINE>
+    <BLANKLINE>
+    <BLANKLINE>
+    /** @brief 5 s @details <p>They wait.</p> <pre>&amp;</pre> <ul><li>a b</li></ul> */ void f(int,
+           int);
+    /** @brief They wait. @details <pre>&amp;</pre> <ul><li>a b</li></ul> */ #define H \\
+        1
+    void g() = delete;
+    """
+    lines = text.split('\n')
     Filter(name, lines).run()
-    print('\n'.join(lines), end='')
+    return '\n'.join(lines)
 
 
-main()
+if __name__ == '__main__':
+    with open(sys.argv[1], encoding='utf-8') as header:
+        print(filtered('/'.join(sys.argv[1].split('/')[-2:]), header.read()), end='')
