@@ -28,6 +28,7 @@ ZelRegExError PatternEngine::make(std::string_view pattern, bool ignoreCase,
         if (!made->pcre()) return REG_ESPACE;
     } else {
         made->m_segments = SegmentMatcher::of(made->m_pattern);
+        if (made->m_segments) made->m_firstBytes = made->m_segments->firstBytes();
     }
     engine = std::move(made);
     return 0;

@@ -29,7 +29,11 @@ public:
     PatternEngine(const PatternEngine&) = delete;
     PatternEngine& operator=(const PatternEngine&) = delete;
 
-    // True for texts that cannot match, by their first bytes: their size is not needed then.
+    // True for texts that cannot match, by their first byte, and by all in front: their size is not
+    // needed then.
+    bool refusesFirstByte(char byte) const {
+        return !m_firstBytes.contains(static_cast<unsigned char>(byte));
+    }
     bool refusesStart(const char* text) const {
         return m_segments && m_segments->refusesStart(text);
     }
@@ -55,6 +59,7 @@ private:
 
     PosixPattern m_pattern;
     PatternTraits m_traits;
+    ByteSet m_firstBytes = ByteSet::all();  // of texts that may match
     std::optional<SegmentMatcher> m_segments;
     // Made when the first text needs them.
     bool m_hasTriedPcre = false;

@@ -75,18 +75,21 @@ bool PatternSegment::startsText(const char* text) const {
     return true;
 }
 
-// Looks at 16 places at a time for both anchors.
+// Looks at 64 or 16 places at a time for both anchors.
 template <class Check>
 std::size_t PatternSegment::scan(std::string_view text, std::size_t from, Check check) const {
     constexpr std::size_t kStep = 16;
+    constexpr std::size_t kRound = 4 * kStep;
     const std::size_t places = text.size() - size() + 1;
     const Anchor first = *m_first;
     const Anchor second = *m_second;
-    const auto testBlock = [&](std::size_t pos) {
+    const auto hitsAt = [&](std::size_t pos) -> std::uint64_t {
         const char* const at = text.data() + pos;
         const __m128i both = _mm_and_si128(fits(at + first.offset, first.mask, first.value),
                                            fits(at + second.offset, second.mask, second.value));
-        auto hits = static_cast<unsigned>(_mm_movemask_epi8(both));
+        return static_cast<unsigned>(_mm_movemask_epi8(both));
+    };
+    const auto checkHits = [&](std::size_t pos, std::uint64_t hits) {
         for (; hits != 0; hits &= hits - 1) {
             const std::size_t hit = pos + static_cast<std::size_t>(std::countr_zero(hits));
             if (check(text.data() + hit)) return hit;
@@ -94,12 +97,21 @@ std::size_t PatternSegment::scan(std::string_view text, std::size_t from, Check 
         return kNone;
     };
     std::size_t pos = from;
+    for (; pos + kRound <= places; pos += kRound) {
+        // One branch: in which of the blocks a hit is cannot be guessed.
+        const std::size_t hit = checkHits(pos, hitsAt(pos) | hitsAt(pos + kStep) << kStep |
+                                                   hitsAt(pos + 2 * kStep) << 2 * kStep |
+                                                   hitsAt(pos + 3 * kStep) << 3 * kStep);
+        if (hit != kNone) return hit;
+    }
     for (; pos + kStep <= places; pos += kStep) {
-        const std::size_t hit = testBlock(pos);
+        const std::size_t hit = checkHits(pos, hitsAt(pos));
         if (hit != kNone) return hit;
     }
     if (pos == places) return kNone;
-    if (places - from >= kStep) return testBlock(places - kStep);  // some of them a second time
+    if (places - from >= kStep) {
+        return checkHits(places - kStep, hitsAt(places - kStep));  // some of them a second time
+    }
     for (; pos < places; ++pos) {
         if (check(text.data() + pos)) return pos;
     }

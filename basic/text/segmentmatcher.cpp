@@ -64,14 +64,12 @@ std::optional<SegmentMatcher> SegmentMatcher::of(const PosixPattern& pattern) {
     return matcher;
 }
 
-bool SegmentMatcher::search(std::string_view text, std::size_t* start, std::size_t* end) const {
-    std::size_t from = 0;
-    std::size_t to = 0;
-    const bool isFound = m_segments.size() == 1 ? searchOne(text, from, to)
-                                                : searchSeveral(text, from, to, end != nullptr);
-    if (isFound && start) *start = from;
-    if (isFound && end) *end = to;
-    return isFound;
+ByteSet SegmentMatcher::firstBytes() const {
+    const PatternSegment& first = m_segments.front();
+    if (!m_startsAtTextStart || first.empty()) return ByteSet::all();
+    ByteSet bytes = first.firstBytes();
+    bytes.remove('\0');
+    return bytes;
 }
 
 bool SegmentMatcher::searchOne(std::string_view text, std::size_t& start, std::size_t& end) const {

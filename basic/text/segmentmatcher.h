@@ -17,6 +17,7 @@ public:
 
     std::size_t size() const { return m_sets.size(); }
     bool empty() const { return m_sets.empty(); }
+    const ByteSet& firstBytes() const { return m_sets.front(); }  // not of an empty one
     // `size()` bytes are there.
     bool matchesAt(const char* text) const {
         if (empty()) return true;
@@ -52,11 +53,22 @@ public:
     // None when the pattern is of another kind.
     static std::optional<SegmentMatcher> of(const PosixPattern& pattern);
 
+    // Of texts that may match.
+    ByteSet firstBytes() const;
     // True for texts that cannot match, by their first bytes.
     bool refusesStart(const char* text) const {
-        return m_startsAtTextStart && !m_segments.front().startsText(text);
+        const PatternSegment& first = m_segments.front();
+        return m_startsAtTextStart && !first.empty() && !first.startsText(text);
     }
-    bool search(std::string_view text, std::size_t* start, std::size_t* end) const;
+    bool search(std::string_view text, std::size_t* start, std::size_t* end) const {
+        std::size_t from = 0;
+        std::size_t to = 0;
+        const bool isFound = m_segments.size() == 1 ? searchOne(text, from, to)
+                                                    : searchSeveral(text, from, to, end != nullptr);
+        if (isFound && start) *start = from;
+        if (isFound && end) *end = to;
+        return isFound;
+    }
 
 private:
     bool searchOne(std::string_view text, std::size_t& start, std::size_t& end) const;

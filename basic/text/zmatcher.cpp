@@ -36,6 +36,19 @@ const char* nameOf(ZelRegExError code) {
     }
 }
 
+// `match` may be null. Apart from what refuses most texts, which needs no stack frame.
+[[gnu::noinline]] ZelRegExError searchWith(PatternEngine& engine, const char* text,
+                                           PatternEngine::Match* match) {
+    if (engine.refusesStart(text)) return REG_NOMATCH;
+    const std::string_view all = text;
+    if (all.size() > INT_MAX) return REG_ESPACE;
+    try {
+        return engine.search(all, match);
+    } catch (const std::bad_alloc&) {
+        return REG_ESPACE;
+    }
+}
+
 }  // namespace
 
 __ZelRefCounted::~__ZelRefCounted() = default;
@@ -67,17 +80,11 @@ ZelRegExError ZelRegExData::compile(const char* pattern) {
 }
 
 ZelRegExError ZelRegExData::search(const char* text, int* start, int* end) const {
-    if (!text || !m_engine || m_engine->refusesStart(text)) return REG_NOMATCH;
-    const std::string_view all = text;
-    if (all.size() > INT_MAX) return REG_ESPACE;
+    if (!text || !m_engine || m_engine->refusesFirstByte(*text)) return REG_NOMATCH;
+    if (!start || !end) return searchWith(*m_engine, text, nullptr);
     PatternEngine::Match match{};
-    const bool wantsPositions = start && end;
-    try {
-        const ZelRegExError error = m_engine->search(all, wantsPositions ? &match : nullptr);
-        if (error != 0 || !wantsPositions) return error;
-    } catch (const std::bad_alloc&) {
-        return REG_ESPACE;
-    }
+    const ZelRegExError error = searchWith(*m_engine, text, &match);
+    if (error != 0) return error;
     *start = static_cast<int>(match.start);
     *end = static_cast<int>(match.end);
     return 0;
@@ -134,7 +141,8 @@ ZelRegExError ZelRegEx::regExec(const char* text, int& start, int& end, int show
 }
 
 int ZelRegEx::match(const char* text) const {
-    const ZelRegExError error = regExec(text, false);
+    if (!m_data) return 0;
+    const ZelRegExError error = m_data->search(text, nullptr, nullptr);
     if (error > REG_NOMATCH) displayError(error);
     return error == 0;
 }

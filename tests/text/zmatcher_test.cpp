@@ -126,6 +126,17 @@ TEST(Matcher, FindsTheSameInLongTexts) {
     }
 }
 
+TEST(Matcher, FindsTheFirstHitWhereverItIs) {
+    const ZelRegEx expression("ab", 0);
+    for (int place = 0; place < 200; ++place) {
+        const std::string text = repeated("-", place) + "ab" + repeated("-", 200 - place) + "ab";
+        int start = 0;
+        int end = 0;
+        EXPECT_TRUE(expression.match(text.c_str(), start, end));
+        EXPECT_EQ(start, place);
+    }
+}
+
 struct FlagCase {
     const char* why;
     const char* pattern;
