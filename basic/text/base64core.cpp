@@ -44,9 +44,8 @@ std::uint32_t valueOf(const char* text, std::size_t place) {
 }
 
 // The bytes of four characters.
-std::uint32_t groupOf(std::uint32_t characters) {
-    return kValues[0][characters & 0xFF] | kValues[1][characters >> 8 & 0xFF] |
-           kValues[2][characters >> 16 & 0xFF] | kValues[3][characters >> 24];
+std::uint32_t groupAt(const char* text) {
+    return valueOf(text, 0) | valueOf(text, 1) | valueOf(text, 2) | valueOf(text, 3);
 }
 
 void putPair(char* text, std::uint32_t bits) { std::memcpy(text, &kPairs[bits], sizeof(Pair)); }
@@ -92,19 +91,16 @@ char* encodePlain(const char* bytes, std::size_t size, char* text) {
 }
 
 char* decodePlain(const char* text, std::size_t size, char* bytes) {
-    for (; size >= 8; size -= 8, text += 8, bytes += 6) {
-        std::uint64_t characters;
-        std::memcpy(&characters, text, sizeof characters);
-        const std::uint32_t front = groupOf(static_cast<std::uint32_t>(characters));
-        const std::uint32_t back = groupOf(static_cast<std::uint32_t>(characters >> 32));
+    // Two groups, written as eight bytes: there is room for those of a third.
+    for (; size >= 12; size -= 8, text += 8, bytes += 6) {
+        const std::uint32_t front = groupAt(text);
+        const std::uint32_t back = groupAt(text + 4);
         if ((front | back) & kInvalid) break;  // which of them: below
         const std::uint64_t both = front | std::uint64_t{back} << 24;
-        std::memcpy(bytes, &both, 6);
+        std::memcpy(bytes, &both, sizeof both);
     }
     for (; size >= 4; size -= 4, text += 4, bytes += 3) {
-        std::uint32_t characters;
-        std::memcpy(&characters, text, sizeof characters);
-        const std::uint32_t group = groupOf(characters);
+        const std::uint32_t group = groupAt(text);
         if (group & kInvalid) return nullptr;
         std::memcpy(bytes, &group, 3);
     }

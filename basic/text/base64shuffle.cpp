@@ -76,8 +76,6 @@ BASE64_SSSE3 __m128i bytesOf(__m128i values) {
 
 }  // namespace
 
-bool hasShuffle() { return __builtin_cpu_supports("ssse3"); }
-
 BASE64_SSSE3 std::size_t encodeBlocks(const char* bytes, std::size_t size, char* text) {
     std::size_t done = 0;
     for (; size - done >= kCharacters; done += kBytes, text += kCharacters) {

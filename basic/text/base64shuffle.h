@@ -7,7 +7,7 @@
 namespace base64 {
 
 // Whether this processor can do what follows.
-bool hasShuffle();
+inline bool hasShuffle() { return __builtin_cpu_supports("ssse3"); }
 
 // Encodes the front of `bytes` in blocks of 12, writing nothing but their characters; gives how
 // many bytes that were.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "text/base64core.h"
@@ -41,8 +42,9 @@ bool Zel_NewBase64Encode(const char* in, unsigned long inLen, char*& out, unsign
     const std::uint64_t length = (std::uint64_t{inLen} + 2) / 3 * 4;
     if (length > kMaxLength) return refuse(out, outLen);
     char* const buffer = hand(length, out, outLen);
-    *std::fill_n(base64::encode(in, inLen, buffer), length - base64::encodedSize(inLen), '=') =
-        '\0';
+    if (length > 0) std::memcpy(buffer + length - 2, "==", 2);  // the last group overwrites them
+    base64::encode(in, inLen, buffer);
+    buffer[length] = '\0';
     return true;
 }
 
