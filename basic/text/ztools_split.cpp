@@ -21,19 +21,19 @@ private:
 // Hands a text's tokens to `tokens` one by one.
 class Splitter {
 public:
-    Splitter(std::string_view text, ISequence<SV::String>& tokens)
-        : m_from(text.data()), m_end(text.data() + text.size()), m_tokens(tokens) {}
+    Splitter(const SV::String& text, ISequence<SV::String>& tokens)
+        : m_text(text), m_from(text.begin()), m_end(text.end()), m_tokens(tokens) {}
 
     void split(std::string_view separator) {
         const std::size_t size = separator.size();
         for (std::size_t at; (at = rest().find(separator)) != std::string_view::npos;) {
             append(m_from + at, size);
         }
-        appendToken(m_end);
+        appendLast();
     }
     void split(char separator) {
         forEachByte(m_from, m_end, OneByte(separator), [this](const char* at) { append(at, 1); });
-        appendToken(m_end);
+        appendLast();
     }
 
 private:
@@ -47,11 +47,16 @@ private:
         }
         m_tokens.append(m_token);
     }
+    void appendLast() {
+        if (m_from != m_text.begin()) return appendToken(m_end);
+        m_tokens.append(m_text);  // nothing was cut off: the token shares its block
+    }
     void append(const char* end, std::size_t separatorSize) {
         appendToken(end);
         m_from = end + separatorSize;
     }
 
+    const SV::String& m_text;
     const char* m_from;
     const char* const m_end;
     ISequence<SV::String>& m_tokens;
