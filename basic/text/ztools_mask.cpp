@@ -34,67 +34,79 @@ bool hasOneOf(std::string_view text, const EitherByte& candidates) {
     return findByte(text.data(), end, candidates) != end;
 }
 
-// Where reading and writing have come to.
-struct Place {
-    const char* from;
-    char* to;
+void copyBlock(char* to, const char* from) { std::memcpy(to, from, kScanStep); }
 
-    // Copies blocks of 16 bytes, and bytes up to the next candidate; false when less than a block
-    // is left. Nothing is written that the copy of the rest of the text does not reach.
-    template <typename Candidates>
-    bool copyToCandidate(const char* end, const Candidates& candidates) {
-        while (end - from >= kScanStep) {
-            const unsigned hits = candidateBits(from, end, candidates);
-            std::memcpy(to, from, kScanStep);
-            const std::ptrdiff_t size = hits ? std::countr_zero(hits) : kScanStep;
-            from += size;
-            to += size;
-            if (hits) return true;
-        }
-        return false;
+// Visits text in blocks of 16 bytes with the bits that say where in them candidates are, as long as
+// 16 bytes more can be read behind each of these; gives the rest.
+template <class Candidates, class Visit>
+std::string_view forEachBlock(std::string_view text, const Candidates& candidates, Visit visit) {
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (; end - at >= kScanStep; at += kScanStep) {
+        const unsigned hits = candidateBits(at, end, candidates);
+        if (hits != 0 && end - at < 2 * kScanStep) break;
+        visit(at, hits);
     }
-};
+    return {at, end};
+}
+
+// What is written below in blocks of 16 bytes reaches beyond the end.
+constexpr std::size_t kExcess = kScanStep;
 
 // Copies text with `escape` before each special character; gives the end of the copy.
 char* mask(std::string_view text, const EitherByte& special, char escape, char* to) {
-    Place at = {text.data(), to};
-    const char* const end = text.data() + text.size();
-    while (at.copyToCandidate(end, special)) {
-        *at.to++ = escape;
-        *at.to++ = *at.from++;
+    const auto maskBlock = [&](const char* block, unsigned hits) {
+        char* out = to;
+        std::size_t done = 0;
+        for (; hits != 0; hits &= hits - 1) {
+            const auto hit = static_cast<std::size_t>(std::countr_zero(hits));
+            copyBlock(out, block + done);
+            out += hit - done;
+            *out++ = escape;
+            done = hit;
+        }
+        copyBlock(out, block + done);
+        to = out + (kScanStep - done);
+    };
+    const std::string_view rest = forEachBlock(text, special, maskBlock);
+    char* out = to;
+    for (const char c : rest) {
+        *out = escape;  // without a branch, which would be guessed wrong
+        out += special(c) ? 1 : 0;
+        *out++ = c;
     }
-    while (at.from != end) {  // without a branch, which would be guessed wrong
-        *at.to = escape;
-        at.to += special(*at.from) ? 1 : 0;
-        *at.to++ = *at.from++;
-    }
-    return at.to;
+    return out;
 }
 
 // Copies text without its escapes; gives the end of the copy. `wasEscape` says whether the last
 // byte was one that escapes the next, before and afterwards.
 char* unmask(std::string_view text, char escape, bool& wasEscape, char* to) {
-    Place at = {text.data(), to};
-    const char* const end = text.data() + text.size();
-    const auto copyByte = [&] {
-        wasEscape = *at.from == escape && !wasEscape;
-        *at.to = *at.from++;
-        at.to += wasEscape ? 0 : 1;
-    };
-    if (wasEscape) copyByte();
-    while (at.copyToCandidate(end, EitherByte(escape, escape))) {
-        copyByte();
-        if (at.from != end) copyByte();
-    }
-    while (at.from != end) {
-        if (*at.from != escape) {
-            *at.to++ = *at.from++;
-            continue;
+    const auto unmaskBlock = [&](const char* block, unsigned hits) {
+        if (wasEscape) hits &= ~1U;
+        wasEscape = false;
+        char* out = to;
+        std::size_t done = 0;
+        for (; hits != 0; hits &= hits - 1) {
+            const auto hit = static_cast<std::size_t>(std::countr_zero(hits));
+            copyBlock(out, block + done);
+            out += hit - done;
+            done = hit + 1;
+            hits &= ~(2U << hit);  // what is escaped is no escape
+            wasEscape = done == kScanStep;
         }
-        copyByte();
-        if (at.from != end) copyByte();
+        copyBlock(out, block + done);
+        to = out + (kScanStep - done);
+    };
+    const std::string_view rest = forEachBlock(text, EitherByte(escape, escape), unmaskBlock);
+    char* out = to;
+    bool isEscape = wasEscape;
+    for (const char c : rest) {
+        isEscape = c == escape && !isEscape;
+        *out = c;
+        out += isEscape ? 0 : 1;
     }
-    return at.to;
+    wasEscape = isEscape;
+    return out;
 }
 
 std::size_t maskedSize(std::string_view text, const EitherByte& special) {
@@ -104,17 +116,23 @@ std::size_t maskedSize(std::string_view text, const EitherByte& special) {
 // Text is changed in pieces, in a buffer that stays in the processor's cache.
 constexpr std::size_t kPiece = 1024;
 
+// Of a buffer with at least `kInlineCapacity` bytes.
 SV::String textOf(const char* begin, const char* end) {
-    return {begin, static_cast<std::size_t>(end - begin)};
+    SV::String text;
+    text.assignPadded(begin, static_cast<std::size_t>(end - begin));
+    return text;
 }
 
 // `quote` stands around it.
 SV::String maskedText(std::string_view text, char special, char escape, std::string_view quote) {
     const EitherByte candidates(special, escape);
-    char buffer[2 * kPiece + 2];
+    char buffer[2 * kPiece + 2 + kExcess];
     if (text.size() <= kPiece) {
-        char* const begin = std::ranges::copy(quote, buffer).out;
-        return textOf(buffer, std::ranges::copy(quote, mask(text, candidates, escape, begin)).out);
+        char* to = buffer;
+        for (const char c : quote) *to++ = c;
+        to = mask(text, candidates, escape, to);
+        for (const char c : quote) *to++ = c;
+        return textOf(buffer, to);
     }
     SV::String masked(quote);
     masked.reserve(maskedSize(text, candidates) + 2 * quote.size());
@@ -126,14 +144,19 @@ SV::String maskedText(std::string_view text, char special, char escape, std::str
 }
 
 void maskForExport(const char* source, char* target, char delimiter) {
-    const std::string_view text = source ? source : "";
+    std::string_view text = source ? source : "";
     const EitherByte special(delimiter, '\\');
     const std::size_t size = maskedSize(text, special) + 1;
     if (size > UINT_MAX || !Zel_MemoryIsWriteable(target, static_cast<unsigned>(size))) {
         displayErrorMessage(kSource, kNoRoom);
         // Relied on by callers: the copy is made all the same.
     }
-    *mask(text, special, '\\', target) = '\0';
+    char buffer[2 * kPiece + kExcess];
+    for (; !text.empty(); text.remove_prefix(std::min(kPiece, text.size()))) {
+        const char* const end = mask(text.substr(0, kPiece), special, '\\', buffer);
+        target = std::copy<const char*>(buffer, end, target);
+    }
+    *target = '\0';
 }
 
 }  // namespace
@@ -147,7 +170,7 @@ SV::String Zel_Mask(const char* text, char special, char escape) {
 SV::String Zel_Unmask(const char* text, char escape) {
     std::string_view source = text ? text : "";
     if (!hasOneOf(source, EitherByte(escape, escape))) return SV::String(source);
-    char buffer[kPiece];
+    char buffer[kPiece + kExcess];
     bool wasEscape = false;
     if (source.size() <= kPiece) return textOf(buffer, unmask(source, escape, wasEscape, buffer));
     SV::String unmasked;
