@@ -18,6 +18,9 @@ constexpr char upper(char c) {
     return static_cast<unsigned char>(c - 'a') < 26 ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+// The capital of a letter; what is no letter does not become one.
+constexpr char capital(char c) { return static_cast<char>(c & ~('a' ^ 'A')); }
+
 constexpr bool isPictureLetter(const SV::Date&, char c) { return c == 'D' || c == 'M' || c == 'Y'; }
 constexpr bool isPictureLetter(const SV::Time&, char c) { return c == 'H' || c == 'M' || c == 'S'; }
 
@@ -118,15 +121,14 @@ char* writeBeginning(Room room, const Moment& moment, std::string_view& picture)
     const char* start = picture.data();
     const char* const last = start + picture.size();
     while (start != last) {
-        const char letter = upper(*start);
-        const char* end = start + 1;
+        const char letter = capital(*start);
         if (!isPictureLetter(moment, letter)) {
             if (!room.has(1)) break;
-            *room.out++ = letter;
-            start = end;
+            *room.out++ = upper(*start++);
             continue;
         }
-        while (end != last && upper(*end) == letter) ++end;
+        const char* end = start + 1;
+        while (end != last && capital(*end) == letter) ++end;
         if (!writeRun(room, moment, letter, static_cast<std::size_t>(end - start))) break;
         start = end;
     }
