@@ -7,6 +7,7 @@
 #include "diag/comparetext.h"
 #include "diag/format.h"
 #include "sv/path.h"
+#include "time/languagelist.h"
 #include "time/localeitem.h"
 #include "zbasic/ztrace.h"
 
@@ -20,15 +21,12 @@ constexpr unsigned kNoLanguageNumber = 376;
 constexpr unsigned kUnknownLanguage = 377;
 
 constexpr char kListFile[] = "lang.ini";
-constexpr std::size_t kLineSize = 100;
 constexpr std::uint16_t kGerman = 1031;
 
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
-
-bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 // The first available language whose locale item is `value`; 0 when there is none.
 std::uint16_t findLanguage(unsigned long item, const SV::String& value) {
@@ -69,12 +67,7 @@ void ZelInternational::readLanguageList() {
         m_languages = {kGerman};
         return;
     }
-    char line[kLineSize + 1];
-    while (std::fgets(line, sizeof line, file.get())) {
-        const char* start = line;
-        while (isBlank(*start)) ++start;
-        if (*start != '\0' && *start != ';') addLanguage(SV::h_atoi(start));
-    }
+    ::readLanguageList(file.get(), [this](int id) { addLanguage(id); });
 }
 
 void ZelInternational::addLanguage(int id) {
