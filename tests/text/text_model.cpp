@@ -2,6 +2,105 @@
 
 #include <algorithm>
 #include <cctype>
+#include <vector>
+
+namespace {
+
+// What a caller can see of a parser.
+std::string described(bool result, std::string_view text, std::string_view lookAhead,
+                      std::string_view spaces, const std::vector<std::int64_t>& numbers) {
+    std::string all = result ? "yes" : "no";
+    for (const std::string_view part : {text, lookAhead, spaces}) all.append(" | ").append(part);
+    for (const std::int64_t number : numbers) all += " " + std::to_string(number);
+    return all;
+}
+
+std::vector<std::int64_t> numbersOf(const ZelTextParser& parser) {
+    return {parser.GetLastLineNumber(),
+            parser.GetLookAheadLineNumber(),
+            parser.GetTokenOffset(),
+            parser.GetNextTokenOffset(),
+            parser.GetSavedOffset(),
+            parser.GetSavedLineNum(),
+            parser.GetCurrentLineOffset(),
+            parser.GetTokenCount(),
+            parser.IsOkay(),
+            parser.GetLineReader()->GetCurrentOffset()};
+}
+
+std::vector<std::int64_t> numbersOf(const ModelParser& model) {
+    return {model.lastLineNumber,    model.lookAheadLineNumber, model.tokenOffset,
+            model.nextTokenOffset,   model.savedOffset,         model.savedLineNumber,
+            model.currentLineOffset, model.tokenCount,          model.okay,
+            model.reader.offset()};
+}
+
+std::string after(const ParserCall& call, ZelTextParser& parser) {
+    SV::String text;
+    bool result = true;
+    switch (call.operation) {
+        case ParserCall::kGetUntil:
+            result = parser.GetUntil(call.stop, text, call.consumesStop, '\\');
+            break;
+        case ParserCall::kSkipUntil:
+            result = parser.SkipUntil(call.stop, call.consumesStop);
+            break;
+        case ParserCall::kSkipLine:
+            result = parser.SkipLine();
+            break;
+        case ParserCall::kSkipToken:
+            result = parser.SkipToken();
+            break;
+        case ParserCall::kSaveOffset:
+            parser.SaveOffset();
+            break;
+        case ParserCall::kKeepTokenOffset:
+            parser.KeepTokenOffset();
+            break;
+        case ParserCall::kMoveToSaved:
+            result = parser.MoveTo(parser.GetSavedOffset(), parser.GetSavedLineNum());
+            break;
+        default:
+            result = parser.GetNextToken(text);
+    }
+    SV::String lookAhead, spaces;
+    parser.GetLookAheadToken(lookAhead);
+    parser.GetSpacesToken(spaces);
+    return described(result, text, lookAhead, spaces, numbersOf(parser));
+}
+
+std::string after(const ParserCall& call, ModelParser& model) {
+    std::string text, unused;
+    bool result = true;
+    switch (call.operation) {
+        case ParserCall::kGetUntil:
+            result = model.readUntil(call.stop, text, call.consumesStop, "\\");
+            break;
+        case ParserCall::kSkipUntil:
+            result = model.readUntil(call.stop, unused, call.consumesStop, nullptr);
+            break;
+        case ParserCall::kSkipLine:
+            result = model.skipLine();
+            break;
+        case ParserCall::kSkipToken:
+            result = model.skipToken();
+            break;
+        case ParserCall::kSaveOffset:
+            model.saveOffset();
+            break;
+        case ParserCall::kKeepTokenOffset:
+            model.keepTokenOffset = true;
+            break;
+        case ParserCall::kMoveToSaved:
+            result = model.moveTo(model.savedOffset, model.savedLineNumber);
+            break;
+        default:
+            result = model.getNextToken(text);
+    }
+    return described(result, text, model.lookAhead, model.spaces, numbersOf(model));
+}
+
+}  // namespace
 
 bool ModelReader::getLine(std::string& line) {
     if (m_offset >= m_text.size()) return false;
@@ -117,4 +216,10 @@ bool ModelParser::isWord(char c) const {
     if (c == ',') return !isCommaDelimiter;
     return std::isalnum(static_cast<unsigned char>(c)) || c == '+' || c == '-' || c == '.' ||
            c == '_';
+}
+
+std::string differenceAfter(const ParserCall& call, ZelTextParser& parser, ModelParser& model) {
+    const std::string got = after(call, parser);
+    const std::string expected = after(call, model);
+    return got == expected ? "" : "got " + got + ", expected " + expected;
 }

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "zbasic/ztextparser.h"
+
 // Reads lines from a text in memory.
 class ModelReader {
 public:
@@ -53,3 +55,24 @@ private:
     bool cut();
     bool isWord(char c) const;
 };
+
+// One call of an operation that reads on.
+struct ParserCall {
+    enum Operation : std::size_t {
+        kGetUntil,
+        kSkipUntil,
+        kSkipLine,
+        kSkipToken,
+        kSaveOffset,
+        kKeepTokenOffset,
+        kMoveToSaved,
+        kNextToken,  // and all from here on
+    };
+
+    std::size_t operation = kNextToken;
+    char stop = '"';
+    bool consumesStop = false;
+};
+
+// Does the same to both: in what they differ then, empty when in nothing.
+std::string differenceAfter(const ParserCall& call, ZelTextParser& parser, ModelParser& model);
