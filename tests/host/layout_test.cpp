@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/graph_text.h"
+#include "host/layout_geometry.h"
 #include "model/edge_lines.h"
 #include "support/temp_dir.h"
 
@@ -21,8 +22,6 @@ using zelhost::Point;
 using zelhost::Size;
 
 namespace {
-
-constexpr double kTiny = 1e-6;
 
 // A line of text for each "\n".
 Size measured(std::string_view caption) {
@@ -40,39 +39,6 @@ std::string nodes(int count) {
 
 std::string edge(int from, int to) {
     return " edge [ source " + std::to_string(from) + " target " + std::to_string(to) + " ]\n";
-}
-
-bool overlap(const Box& a, const Box& b) {
-    return a.left() < b.right() - kTiny && b.left() < a.right() - kTiny &&
-           a.top() < b.bottom() - kTiny && b.top() < a.bottom() - kTiny;
-}
-
-bool isOnBorder(const Box& box, Point point) {
-    const double x = std::abs(point.x - box.center.x) / (box.size.width / 2);
-    const double y = std::abs(point.y - box.center.y) / (box.size.height / 2);
-    return std::abs(std::max(x, y) - 1) < kTiny;
-}
-
-// Cuts off what of the shares `from` to `to` of a way from `start` by `length` is not between.
-void cut(double start, double length, double low, double high, double& from, double& to) {
-    if (length == 0 && (start <= low || start >= high)) to = -INFINITY;
-    if (length == 0) return;
-    const auto [enter, leave] = std::minmax({(low - start) / length, (high - start) / length});
-    from = std::max(from, enter);
-    to = std::min(to, leave);
-}
-
-// Through more than the border.
-bool passesThrough(std::span<const Point> line, const Box& box) {
-    for (std::size_t i = 1; i < line.size(); ++i) {
-        const Point& start = line[i - 1];
-        double from = 0;
-        double to = 1;
-        cut(start.x, line[i].x - start.x, box.left(), box.right(), from, to);
-        cut(start.y, line[i].y - start.y, box.top(), box.bottom(), from, to);
-        if (from < to - kTiny) return true;
-    }
-    return false;
 }
 
 void expectRoomForBoxes(const Layout& layout) {
