@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "input.h"
 #include "zbasic/zcoretime.h"
 
 namespace {
@@ -18,16 +19,12 @@ struct OpenDateTime : ZelCoreDateTime {
     using ZelCoreDateTime::_ImpParse;
 };
 
-void require(bool ok) {
-    if (!ok) std::abort();
-}
-
-void requireDay(const SV::Date& date) {
+void checkDay(const SV::Date& date) {
     const std::chrono::year_month_day day(
         std::chrono::year(date.GetYear()),
         std::chrono::month(static_cast<unsigned>(date.GetMonth())),
         std::chrono::day(static_cast<unsigned>(date.GetDay())));
-    require(day.ok() && date.GetYear() >= 1 && date.GetYear() <= 9999);
+    check(day.ok() && date.GetYear() >= 1 && date.GetYear() <= 9999);
 }
 
 }  // namespace
@@ -39,24 +36,24 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     SV::Date date = before;
     SV::Time time = timeBefore;
     const bool isDate = OpenDate::_ImpParse(text.c_str(), &date);
-    require(isDate == ZelCoreDate::IsValidString(text.c_str()));
+    check(isDate == ZelCoreDate::IsValidString(text.c_str()));
     char written[32];
     if (isDate) {
-        requireDay(date);
+        checkDay(date);
         std::snprintf(written, sizeof written, "%04d:%02d:%02d", date.GetYear(), date.GetMonth(),
                       date.GetDay());
-        require(std::string(text.c_str()) == written);
+        check(std::string(text.c_str()) == written);
     } else {
-        require(date == before);
+        check(date == before);
     }
     date = before;
     if (OpenDateTime::_ImpParse(text.c_str(), &date, &time)) {
-        requireDay(date);
+        checkDay(date);
         std::snprintf(written, sizeof written, "%04d:%02d:%02d %02d:%02d:%02d", date.GetYear(),
                       date.GetMonth(), date.GetDay(), time.GetHour(), time.GetMin(), time.GetSec());
-        require(std::string(text.c_str()) == written && time < SV::Time(24, 0));
+        check(std::string(text.c_str()) == written && time < SV::Time(24, 0));
     } else {
-        require(date == before && time == timeBefore);
+        check(date == before && time == timeBefore);
     }
     return 0;
 }

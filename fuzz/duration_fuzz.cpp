@@ -6,20 +6,17 @@
 #include <cstring>
 #include <string>
 
+#include "input.h"
 #include "zbasic/zcoretime.h"
 
 namespace {
-
-void require(bool ok) {
-    if (!ok) std::abort();
-}
 
 // Any bits as lengths of the year and the day, and as a duration: no text may be too long.
 void writeAnything(const std::uint8_t* data) {
     double numbers[3];
     std::memcpy(numbers, data, sizeof numbers);
     const ZelCoreTime time(numbers[0], numbers[1], numbers[2]);
-    require(time.asString().size() < 400);
+    check(time.asString().size() < 400);
     static_cast<void>(time.asSeconds());
     static_cast<void>(time.asLong());
 }
@@ -29,17 +26,17 @@ void writeAnything(const std::uint8_t* data) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
     ZelCoreTime time(text.c_str());
-    if (!ZelCoreTime::isTime(text.c_str())) require(time.asDouble() == 0);
-    require(time.asDouble() >= 0 && !time.overFlow());
+    if (!ZelCoreTime::isTime(text.c_str())) check(time.asDouble() == 0);
+    check(time.asDouble() >= 0 && !time.overFlow());
     const std::string written = time.asChar();
     constexpr double kExact = 4503599627370496.0;  // beyond, adding a half rounds
     if (time.asDouble() < kExact) {
-        require(ZelCoreTime::isTime(written.c_str()));
-        require(ZelCoreTime(written.c_str()).asDouble() == time.asDouble());
+        check(ZelCoreTime::isTime(written.c_str()));
+        check(ZelCoreTime(written.c_str()).asDouble() == time.asDouble());
     }
     // Years with few digits come back as they were.
     const std::size_t colon = text.find(':');
-    if (ZelCoreTime::isTime(text.c_str()) && colon == 2) require(written == text.c_str());
+    if (ZelCoreTime::isTime(text.c_str()) && colon == 2) check(written == text.c_str());
     if (size >= 3 * sizeof(double)) writeAnything(data);
     return 0;
 }

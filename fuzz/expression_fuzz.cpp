@@ -9,13 +9,10 @@
 #include <memory>
 #include <string>
 
+#include "input.h"
 #include "text/patternengine.h"
 
 namespace {
-
-void check(bool ok) {
-    if (!ok) std::abort();
-}
 
 struct Answer {
     bool isMatch = false;

@@ -7,13 +7,10 @@
 #include <cstring>
 #include <string_view>
 
+#include "input.h"
 #include "zbasic/zdattime.h"
 
 namespace {
-
-void require(bool ok) {
-    if (!ok) std::abort();
-}
 
 struct Moment {
     std::uint8_t day, month, hour, minute;
@@ -21,12 +18,12 @@ struct Moment {
 };
 
 // What no picture letter is in stays, but for its case.
-void requireLiterals(std::string_view picture, std::string_view written, std::string_view letters) {
+void checkLiterals(std::string_view picture, std::string_view written, std::string_view letters) {
     if (picture.find_first_of(letters) != std::string_view::npos) return;
-    require(picture.size() == written.size());
+    check(picture.size() == written.size());
     for (std::size_t i = 0; i < picture.size(); ++i) {
         const bool isLower = picture[i] >= 'a' && picture[i] <= 'z';
-        require(written[i] == (isLower ? picture[i] - 32 : picture[i]));
+        check(written[i] == (isLower ? picture[i] - 32 : picture[i]));
     }
 }
 
@@ -44,10 +41,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const SV::String dateText = ZelDate::GetFormatedDate(date, format);
     const SV::String timeText = ZelDate::GetFormatedTime(time, format);
     if (!picture.empty()) {
-        requireLiterals(picture, dateText, "dmyDMY");
-        requireLiterals(picture, timeText, "hmsHMS");
+        checkLiterals(picture, dateText, "dmyDMY");
+        checkLiterals(picture, timeText, "hmsHMS");
         // Case does not matter, in the picture.
-        require(ZelDate::GetFormatedTime(time, format.Upper()).size() == timeText.size());
+        check(ZelDate::GetFormatedTime(time, format.Upper()).size() == timeText.size());
     }
     return 0;
 }

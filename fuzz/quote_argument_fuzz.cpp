@@ -7,14 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "input.h"
 #include "sys/redirection.h"
 #include "zbasic/zprocess.h"
 
 namespace {
-
-void check(bool isGood) {
-    if (!isGood) std::abort();
-}
 
 // The rules of the C run time ("Parsing C++ command-line arguments"): 2n backslashes and a quote
 // are n and the quote's meaning, 2n+1 are n and a quote; two quotes inside of quotes are one.

@@ -5,13 +5,10 @@
 #include <string>
 #include <string_view>
 
+#include "input.h"
 #include "sys/redirection.h"
 
 namespace {
-
-void check(bool isGood) {
-    if (!isGood) std::abort();
-}
 
 // Character by character, marking what belongs to a clause.
 RedirectTarget read(std::string_view line, char stream, std::string& isClause) {

@@ -4,13 +4,10 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "input.h"
 #include "zbasic/zfileman.h"
 
 namespace {
-
-void check(bool isGood) {
-    if (!isGood) std::abort();
-}
 
 bool hasAny(const SV::String& text, std::string_view characters) {
     return std::string_view(text).find_first_of(characters) != std::string_view::npos;

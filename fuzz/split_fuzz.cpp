@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "zbasic/ztools.h"
 
@@ -45,6 +47,30 @@ void checkExport(const char* text) {
     }
 }
 
+// What a spreadsheet reads of a line: its fields.
+std::vector<std::string> fieldsOf(std::string_view line) {
+    std::vector<std::string> fields(1);
+    bool isQuoted = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"' && isQuoted && line.substr(i + 1).starts_with('"')) {
+            fields.back() += line[i++];
+        } else if (line[i] == '"') {
+            isQuoted = !isQuoted;
+        } else if (line[i] == ';' && !isQuoted) {
+            fields.emplace_back();
+        } else {
+            fields.back() += line[i];
+        }
+    }
+    return fields;
+}
+
+void checkCsv(const std::string& text) {
+    const SV::String field = Zel_MaskCSV(SV::String(text));
+    const std::vector<std::string> expected = {"first", text, "last"};
+    if (fieldsOf(std::string_view("first;" + field + ";last")) != expected) std::abort();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -58,6 +84,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Zel_MakeNextName(name);
     const SV::String enclosed = Zel_EnsureSurroundingParentheses(SV::String(text));
     if (Zel_EnsureSurroundingParentheses(enclosed).size() > enclosed.size() + 2) std::abort();
-    Zel_MaskCSV(SV::String(text));
+    checkCsv(text);
     return 0;
 }

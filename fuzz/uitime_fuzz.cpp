@@ -5,13 +5,10 @@
 #include <cstdlib>
 #include <string>
 
+#include "input.h"
 #include "zbasic/zdattime.h"
 
 namespace {
-
-void require(bool ok) {
-    if (!ok) std::abort();
-}
 
 // As the American form has it: one blank before the half, two digits for the hour.
 std::string tidied(const SV::String& text) {
@@ -32,14 +29,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const SV::Time before(1, 2, 3, 4);
         SV::Time time = before;
         if (!ZelTimeFunctions::setTimeInUIRep(text, time)) {
-            require(time == before);
+            check(time == before);
             continue;
         }
-        require(time >= SV::Time(0, 0) && time <= SV::Time(24, 0) && time.Get100Sec() == 0);
+        check(time >= SV::Time(0, 0) && time <= SV::Time(24, 0) && time.Get100Sec() == 0);
         const SV::String written = ZelTimeFunctions::getTimeInUIRep(time);
-        require(written == (isAmerican ? SV::String(tidied(text)) : text));
+        check(written == (isAmerican ? SV::String(tidied(text)) : text));
         const long seconds = ZelTimeFunctions::getTimeInSeconds(time);
-        require(ZelTimeFunctions::setTimeInSeconds(seconds) == time);
+        check(ZelTimeFunctions::setTimeInSeconds(seconds) == time);
     }
     return 0;
 }

@@ -6,15 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "core/wildcard.h"
+#include "input.h"
 #include "text/bytekinds.h"
 #include "text/wildcard.h"
 #include "zbasic/zmatcher.h"
 
 namespace {
-
-void check(bool ok) {
-    if (!ok) std::abort();
-}
 
 bool isSame(char a, char b, bool ignoreCase) {
     if (a == b) return true;
@@ -43,6 +41,7 @@ void checkWhole(const std::string& pattern, const std::string& text, bool ignore
     const ZelJokerz wildcard(pattern.c_str(), ignoreCase ? kWildcardIgnoreCase : 0);
     check(!!wildcard);
     const bool expected = endsOf(pattern, text, ignoreCase).back();
+    if (!ignoreCase) check(SV::matchesWildcard(pattern, text) == expected);
     check((wildcard.match(text.c_str()) != 0) == expected);
     int start = 0;
     int end = 0;
