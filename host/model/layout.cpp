@@ -18,6 +18,7 @@ constexpr double kMargin = 16;
 constexpr double kRoomPerBox = 4;  // area of the picture to the area of its boxes, at least
 constexpr double kMostRoom = 20;   // side of the picture to the side of that area, at most
 constexpr double kFarthest = 1e9;  // a coordinate beyond is none
+constexpr double kNearest = 1e-9;  // positions within that are one
 constexpr double kBelow = 48;      // from the positioned nodes down to the others
 
 std::optional<double> numberOf(const Graph& graph, AttributeSpan attributes, KeyId key) {
@@ -40,8 +41,16 @@ std::optional<Point> positionOf(const Graph& graph, const Node& node) {
 
 using Indices = std::vector<std::uint32_t>;
 
-// How much positions must be drawn apart (or together) for the boxes to have room (or be seen).
-double scaleFor(const std::vector<Box>& boxes, const Indices& nodes) {
+void moveBy(std::vector<Box>& boxes, const Indices& nodes, double x, double y) {
+    for (const std::uint32_t node : nodes) {
+        boxes[node].center.x += x;
+        boxes[node].center.y += y;
+    }
+}
+
+// Draws positions apart (or together) until the boxes have room (or can be seen). First they go to
+// the corner: far from it, large factors would leave no digits for the boxes.
+void drawApart(std::vector<Box>& boxes, const Indices& nodes) {
     double area = 0;
     Point low{INFINITY, INFINITY};
     Point high{-INFINITY, -INFINITY};
@@ -51,16 +60,13 @@ double scaleFor(const std::vector<Box>& boxes, const Indices& nodes) {
         low = {std::min(low.x, box.center.x), std::min(low.y, box.center.y)};
         high = {std::max(high.x, box.center.x), std::max(high.y, box.center.y)};
     }
+    moveBy(boxes, nodes, -low.x, -low.y);
     const double side = std::sqrt(area * kRoomPerBox);
     const double extent = std::max(high.x - low.x, high.y - low.y);
-    if (extent <= 0 || side <= 0) return 1.0;
-    return std::clamp(1.0, side / extent, kMostRoom * side / extent);
-}
-
-void moveBy(std::vector<Box>& boxes, const Indices& nodes, double x, double y) {
+    if (extent < kNearest || side <= 0) return;
+    const double scale = std::clamp(1.0, side / extent, kMostRoom * side / extent);
     for (const std::uint32_t node : nodes) {
-        boxes[node].center.x += x;
-        boxes[node].center.y += y;
+        boxes[node].center = {boxes[node].center.x * scale, boxes[node].center.y * scale};
     }
 }
 
@@ -89,10 +95,7 @@ bool placeAsGiven(const Graph& graph, std::vector<Box>& boxes) {
         (position ? placed : others).push_back(i);
     }
     if (placed.size() < others.size() || placed.empty()) return false;
-    const double scale = scaleFor(boxes, placed);
-    for (const std::uint32_t node : placed) {
-        boxes[node].center = {boxes[node].center.x * scale, boxes[node].center.y * scale};
-    }
+    drawApart(boxes, placed);
     placeBelow(boxes, placed, others);
     return true;
 }
