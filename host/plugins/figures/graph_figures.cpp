@@ -166,10 +166,20 @@ Graph readGraph(std::string_view gml) {
     Graph graph;
     std::unordered_map<std::int64_t, std::size_t> places;
     std::vector<std::pair<std::int64_t, std::int64_t>> edges;
+    bool isInGraph = false;  // or beside it, where lists may look the same
+    bool isInText = false;
     bool isNode = false;
     while (!gml.empty()) {
         const std::string_view line = nextLine(gml);
-        if (line == "  node [" || line == "  edge [") {
+        const bool isOfText = isInText;
+        // Quotation marks within a text are encoded.
+        if (std::ranges::count(line, '"') % 2 != 0) isInText = !isInText;
+        if (isOfText) continue;
+        if (line == "graph [" || line == "]") {
+            isInGraph = line == "graph [";
+        } else if (!isInGraph) {
+            continue;
+        } else if (line == "  node [" || line == "  edge [") {
             isNode = line == "  node [";
             if (!isNode) edges.emplace_back();
         } else if (const auto id = numberOf(line, "    id "); id && isNode) {
