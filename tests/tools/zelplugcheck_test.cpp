@@ -67,7 +67,8 @@ TEST(Zelplugcheck, TakesSeveralFilesAndOddOnes) {
     const std::string missing = folder.path("missing.dll");
     EXPECT_EQ(check({plugin("general"), text}).exitCode, 1u);
     EXPECT_EQ(check({text}).out, text + "\n- is no Windows file\nwould be refused\n");
-    EXPECT_EQ(check({missing}).err, "zelplugcheck: " + missing + " cannot be read\n");
+    EXPECT_EQ(check({missing}).err,
+              "zelplugcheck: " + missing + " cannot be read (No such file or directory)\n");
     EXPECT_EQ(check({missing, text}).exitCode, 2u);
     EXPECT_EQ(check({}).exitCode, 2u);
     const ChildResult program = check({programFolder() + "\\zelplugcheck.exe"});

@@ -88,10 +88,7 @@ int write(const std::string& path, const std::string& user) {
     return result;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+int run(const std::vector<std::string>& arguments) {
     const std::string command = arguments.empty() ? "" : arguments[0];
     if (command == "write" && arguments.size() == 3) return write(arguments[1], arguments[2]);
     if (command == "check" && arguments.size() == 2) return check(arguments[1]);
@@ -105,4 +102,11 @@ int main(int argc, char** argv) {
     }
     std::fputs(kUsage, stderr);
     return kWrongUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const int status = run({argv + std::min(argc, 1), argv + argc});
+    return finishOutput() ? status : kRefused;
 }

@@ -19,7 +19,8 @@ bool writeAll(const std::string& path, std::string_view content) {
     File file(std::fopen(path.c_str(), "wb"));
     if (!file) return false;
     const bool isWritten =
-        std::fwrite(content.data(), 1, content.size(), file.get()) == content.size();
+        std::fwrite(content.data(), 1, content.size(), file.get()) == content.size() &&
+        std::fflush(file.get()) == 0;  // not every run time tells by `fclose`
     return std::fclose(file.release()) == 0 && isWritten;
 }
 
@@ -49,5 +50,11 @@ bool saveFile(const std::string& path, std::string_view content, std::string& re
     if (::MoveFileExA(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
     reason = std::system_category().message(static_cast<int>(::GetLastError()));
     std::remove(temporary.c_str());
+    return false;
+}
+
+bool finishOutput() {
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return true;
+    std::fputs("standard output: cannot be written\n", stderr);
     return false;
 }

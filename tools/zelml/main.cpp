@@ -68,10 +68,7 @@ int print(const std::string& path) {
     return content.faults.empty() ? kDone : kRefused;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
+int run(const std::vector<std::string>& arguments) {
     const std::string command = arguments.empty() ? "" : arguments[0];
     if (command == "build" && arguments.size() == 3) return build(arguments[1], &arguments[2]);
     if (command == "check" && arguments.size() == 2) return build(arguments[1], nullptr);
@@ -86,4 +83,11 @@ int main(int argc, char** argv) {
     }
     std::fputs(kUsage, stderr);
     return kWrongUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const int status = run({argv + 1, argv + argc});
+    return finishOutput() ? status : kRefused;
 }

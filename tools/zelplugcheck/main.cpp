@@ -3,11 +3,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
-#include <optional>
+#include <string>
+#include <utility>
 
 #include "judge.h"
+#include "zelml/files.h"
 
 namespace {
 
@@ -19,28 +19,21 @@ constexpr char kUsage[] =
     "what it does when it is loaded, and whether the DLLs that it needs are there, is not seen.\n"
     "\n"
     "Exit status: 0 no check fails, 1 some file would be refused, 2 wrong usage or a file that\n"
-    "cannot be read.\n";
+    "cannot be read, or output that cannot be written.\n";
 
 enum Status : int { kTaken = 0, kRefused = 1, kWrong = 2 };
 
-std::optional<std::string> bytesOf(const char* path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    std::string bytes(std::istreambuf_iterator<char>(file), {});
-    if (file.bad()) return std::nullopt;
-    return bytes;
-}
-
 int examine(const char* path) {
     using zelplugcheck::Check;
-    std::optional<std::string> bytes = bytesOf(path);
-    if (!bytes) {
-        std::fprintf(stderr, "zelplugcheck: %s cannot be read\n", path);
+    std::string bytes, reason;
+    if (!loadFile(path, bytes, reason)) {
+        std::fprintf(stderr, "zelplugcheck: %s cannot be read (%s)\n", path, reason.c_str());
         return kWrong;
     }
     bool isTaken = true, isSure = true;
     std::printf("%s\n", path);
-    for (const auto& [outcome, text] : zelplugcheck::judge(zelplugcheck::PeImage(*bytes))) {
+    for (const auto& [outcome, text] :
+         zelplugcheck::judge(zelplugcheck::PeImage(std::move(bytes)))) {
         const char mark = outcome == Check::Outcome::kGood  ? '+'
                           : outcome == Check::Outcome::kBad ? '-'
                                                             : '?';
@@ -61,5 +54,5 @@ int main(int argc, char** argv) {
     }
     int status = kTaken;
     for (int i = 1; i < argc; ++i) status = std::max(status, examine(argv[i]));
-    return status;
+    return finishOutput() ? status : kWrong;
 }
