@@ -242,7 +242,8 @@ TEST(Ownership, ObjectsOfTheSystemAreReleasedByItsCalls) {
     HBITMAP const bitmap = ::CreateBitmap(1, 1, 1, 1, nullptr);
     {
         const SV::Bitmap owner(bitmap, {1, 1});
-        const SV::Bitmap copy = owner;
+        SV::Bitmap copy;
+        copy = owner;
         EXPECT_EQ(copy.GetHandle(), bitmap);
     }
     EXPECT_EQ(::GetObjectType(bitmap), 0U);
