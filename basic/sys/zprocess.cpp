@@ -47,6 +47,11 @@ void* openTarget(const RedirectTarget& target) {
                          nullptr);
 }
 
+// The program has its own handle of the file now: the next one that is started gets none of it.
+void keepToUs(void* target) {
+    if (target != INVALID_HANDLE_VALUE) ::SetHandleInformation(target, HANDLE_FLAG_INHERIT, 0);
+}
+
 // Relied on by callers: without a command the parameters are not looked at.
 SV::String commandLineOf(const SV::String& command, const SV::String& parameters) {
     if (command.empty()) return environmentText("COMSPEC").value_or(SV::String());
@@ -106,6 +111,8 @@ bool ZelSynchronousProcess::Execute(bool showConsoleWindow) {
                           &process)) {
         return false;
     }
+    keepToUs(m_output);
+    keepToUs(m_error);
     ::CloseHandle(process.hThread);
     m_process = process.hProcess;
     m_state = kRunning;

@@ -1,0 +1,3 @@
+// A program in the place of another one.
+
+int main() { return 9; }
