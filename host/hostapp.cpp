@@ -1,69 +1,21 @@
 #include "hostapp.h"
 
-#include <chrono>
 #include <cstdio>
 
-#include "after.h"
 #include "database_user.h"
-#include "exporter.h"
 #include "hostframe.h"
 #include "model_call.h"
-#include "model/gml_reader.h"
-#include "model/node_times.h"
 #include "model_events.h"
 #include "paths.h"
-#include "texts.h"
 #include "zbasic/zcmdline.h"
 #include "zbasic/ztrace.h"
 #include "zbasic/zversion.h"
-
-#include <windows.h>
 
 namespace zelhost {
 
 namespace {
 
 constexpr int kLogBackups = 7;
-constexpr char kLogFile[] = "zelhost.log";
-
-using Clock = std::chrono::steady_clock;
-
-double secondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-// Tells how far the import is once it takes long: on standard error and in the frame's title.
-class ImportProgress {
-public:
-    ImportProgress(HostApplication& application, HostFrame* frame, std::string name)
-        : m_application(application), m_frame(frame), m_name(std::move(name)) {}
-    ImportProgress(const ImportProgress&) = delete;
-    ImportProgress& operator=(const ImportProgress&) = delete;
-    ~ImportProgress() {
-        if (m_lastPercent < 0) return;
-        std::fputc('\n', stderr);
-        if (m_frame) m_frame->updateTitle();
-    }
-
-    bool operator()(double percent) {
-        constexpr double kPatience = 0.5;  // seconds
-        const int whole = static_cast<int>(percent);
-        if (whole == m_lastPercent || secondsSince(m_start) < kPatience) return true;
-        m_lastPercent = whole;
-        std::fprintf(stderr, "\r%s: %d %%", m_name.c_str(), whole);
-        std::fflush(stderr);
-        if (m_frame) m_frame->showProgress(m_name, whole);
-        m_application.Reschedule();
-        return !m_frame || m_frame->GetHandle();  // a closed frame ends the import
-    }
-
-private:
-    HostApplication& m_application;
-    HostFrame* const m_frame;
-    const std::string m_name;
-    const Clock::time_point m_start = Clock::now();
-    int m_lastPercent = -1;
-};
 
 // A tile in two shades, quiet enough to lie behind models.
 SV::Image backgroundTile() {
@@ -152,145 +104,6 @@ int HostApplication::runApplication() {
     return status;
 }
 
-int HostApplication::process(const std::string& path) {
-    const auto start = Clock::now();
-    const std::shared_ptr<const Model> model = open(path);
-    if (!model) return kSomeFailed;
-    std::printf("%s: %zu nodes, %zu edges\n", path.c_str(), model->graph.nodes.size(),
-                model->graph.edges.size());
-    if (const NodeTimes times = timesOf(model->graph); times.durations > 0) {
-        std::printf("  duration %s of %zu nodes\n", times.total.asChar(), times.durations);
-    }
-    bool isDone = save(*model);
-    isDone = runCommands(model) && isDone;
-    std::printf("  %.3f s\n", secondsSince(start));
-    std::fflush(stdout);
-    return isDone ? kDone : kSomeFailed;
-}
-
-std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
-    auto model = std::make_shared<Model>();
-    model->path = path;
-    Wait(true);
-    const GmlResult result = [&] {
-        ImportProgress progress(*this, m_frame.get(), fileNameOf(path));
-        return readGml(path, model->graph, std::ref(progress));
-    }();
-    Wait(false);
-    if (result.status == GmlResult::Status::cancelled) return nullptr;
-    if (result.status != GmlResult::Status::done) {
-        report(result.text(path));
-        return nullptr;
-    }
-    if (result.remarkCount > 0) report(result.remarkText(path));
-    if (m_filter) m_filter->apply(model->graph);
-    model->name = freeName(path);
-    m_open.push_back(model);
-    log(path + ": " + std::to_string(model->graph.nodes.size()) + " nodes, " +
-        std::to_string(model->graph.edges.size()) + " edges");
-    ModelEvent(ZelEvent_OpenModel, SV::String(model->name), model->graph).trigger();
-    Zel_Trace("zelhost: %s is open", path.c_str());
-    if (m_frame && !isClosed()) m_frame->show(model);
-    return model;
-}
-
-bool HostApplication::save(const Model& model) {
-    const SV::String name(model.name);
-    ModelEvent question(ZelEvent_BeforeSaveModel, name, model.graph);
-    question.trigger();
-    if (question.getResultValue() != 0) {
-        report(model.path + ": not saved: a listener of the program objects");
-        return false;
-    }
-    const ExportResult result = exportModel(model.graph, m_options.outputDirectory, model.name);
-    for (const std::string& file : result.files) std::printf("  %s\n", file.c_str());
-    if (!result.problem.empty()) {
-        report(result.problem);
-        return false;
-    }
-    ModelEvent(ZelEvent_SaveModel, name, model.graph).trigger();
-    log(model.path + " is exported to " + m_options.outputDirectory);
-    Zel_Trace("zelhost: %s is saved", model.path.c_str());
-    return true;
-}
-
-bool HostApplication::runAfter(bool isAllExported) {
-    if (!isAllExported) {
-        report("the command behind the export was not run, as some model failed");
-        return false;
-    }
-    const AfterResult result = runAfterExport(m_options.after, m_options.outputDirectory, [this] {
-        if (m_frame) Reschedule();
-    });
-    if (!result.exitCode) {
-        report(result.problem);
-        return false;
-    }
-    std::printf("exit code %ld: %s\n", *result.exitCode, m_options.after.c_str());
-    if (!result.output.empty()) std::printf("  %s\n", result.output.c_str());
-    std::fflush(stdout);
-    if (*result.exitCode == 0) return true;
-    report("the command ended with exit code " + std::to_string(*result.exitCode) + ": " +
-           m_options.after);
-    return false;
-}
-
-std::shared_ptr<const Model> HostApplication::findModel(const std::string& name) const {
-    if (name.empty()) return m_current || !m_frame ? m_current : m_frame->activeModel();
-    for (const std::weak_ptr<const Model>& entry : m_open) {
-        std::shared_ptr<const Model> model = entry.lock();
-        if (model && model->name == name) return model;
-    }
-    return nullptr;
-}
-
-bool HostApplication::loadCommands(std::string& problem) {
-    for (const std::string& line : m_commands.load()) log(line);
-    for (const std::string& request : m_options.commands) {
-        if (m_commands.isKnown(request)) continue;
-        problem = "no plug-in has the command \"" + request + "\"";
-        return false;
-    }
-    return true;
-}
-
-bool HostApplication::runCommands(const std::shared_ptr<const Model>& model) {
-    bool isDone = true;
-    for (const std::string& request : m_options.commands) {
-        const Commands::Answer answer = run(request, model);
-        if (answer.isDone) {
-            std::printf("%s\n", answer.text.c_str());
-        } else {
-            report((model ? model->path + ": " : "") + "the command \"" + request + "\" failed" +
-                   (answer.text.empty() ? "" : ": " + answer.text));
-            isDone = false;
-        }
-    }
-    return isDone;
-}
-
-Commands::Answer HostApplication::run(const std::string& request,
-                                      std::shared_ptr<const Model> model) {
-    m_current = std::move(model);
-    Commands::Answer answer = m_commands.run(request);
-    log("command " + request + (m_current ? " for " + m_current->name : "") +
-        (answer.isDone ? ": done" : ": failed"));
-    m_current.reset();
-    return answer;
-}
-
-// Two models of one name (in different folders) must not overwrite each other's files.
-std::string HostApplication::freeName(const std::string& path) {
-    const std::string base = baseNameOf(path);
-    std::string name = base;
-    const auto isTaken = [this](const std::string& candidate) {
-        const SV::String lower = SV::String(candidate).Lower();
-        return !m_names.emplace(lower.begin(), lower.end()).second;
-    };
-    for (int number = 2; isTaken(name); ++number) name = base + "_" + std::to_string(number);
-    return name;
-}
-
 bool HostApplication::isClosed() const { return m_frame && !m_frame->GetHandle(); }
 
 bool HostApplication::getMDIClientImage(SV::Image& image, int& mode) {
@@ -303,33 +116,6 @@ int HostApplication::refuse(const std::string& problem) {
     log(problem);
     std::fprintf(stderr, "zelhost: %s\n\n%s", problem.c_str(), kUsage);
     return kWrongUsage;
-}
-
-void HostApplication::openLog() {
-    // Where it cannot be written the program does without.
-    m_log.open(Zel_GetStartCWDFilename(kLogFile).c_str(), true);
-    log("zelhost " + std::string(Zel_GetPatchBuildVersionString().c_str()) + " starts");
-}
-
-void HostApplication::log(const std::string& text) { m_log.addText("%s", text.c_str()); }
-
-void HostApplication::report(const std::string& problem) {
-    log(problem);
-    std::fprintf(stderr, "%s\n", problem.c_str());
-    ZelDebugOut(("[zel] " + problem + "\n").c_str());
-    m_problems += problem + "\n";
-}
-
-void HostApplication::showProblems() {
-    if (m_problems.empty()) return;
-    const SV::String text(m_problems);
-    m_problems.clear();
-    if (IsModalDialogSuppression()) {
-        ModalDialogSuppressionLog(text);
-    } else if (!isClosed()) {
-        SV::ShowMessageBox(GetAppWindow(), text, textOf(Text::kProblemsTitle),
-                           MB_OK | MB_ICONWARNING);
-    }
 }
 
 void HostApplication::announcePhase(const char* text) {

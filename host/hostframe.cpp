@@ -1,13 +1,13 @@
 #include "hostframe.h"
 
-#include <algorithm>
-
+#include "boxes.h"
 #include "exporter.h"
+#include "file_question.h"
 #include "filter_dialog.h"
 #include "hostapp.h"
+#include "hostmenu.h"
 #include "model/node_times.h"
 #include "paths.h"
-#include "sv/systemfunction.h"
 #include "texts.h"
 #include "time_texts.h"
 #include "zbasic/zdattime.h"
@@ -16,102 +16,14 @@
 #include "zbasic/ztools.h"
 #include "zbasic/zversion.h"
 
-#include <windows.h>
-#include <commdlg.h>
-
 namespace zelhost {
-
-namespace {
-
-constexpr unsigned short kEnglishLanguage = 1033;
-constexpr unsigned short kGermanLanguage = 1031;
-constexpr int kViewMenu = 1;  // position; the open windows are listed below its entries
-
-void showBox(const SV::String& caption, const SV::String& text) {
-    if (SV::Application::IsModalDialogSuppression()) return;
-    SV::ShowMessageBox(SV::Application::GetAppWindow(), text, caption, MB_OK | MB_ICONINFORMATION);
-}
-
-void showBox(Text title, const SV::String& text) {
-    SV::String caption = textOf(title);  // may be that of a menu, with its access key
-    caption.erase(std::min(caption.find('&'), caption.size()), 1);
-    showBox(caption, text);
-}
-
-// The common dialogs bring half of the system with them.
-bool askForFile(OPENFILENAMEA& question) {
-    auto* const ask =
-        SV::SystemFunction<decltype(::GetOpenFileNameA)>("comdlg32.dll", "GetOpenFileNameA");
-    return ask && ask(&question);
-}
-
-SV::Menu exportedMenu() {
-    SV::Menu menu;
-    int id = HostFrame::kOpenExported;
-    for (const std::string& pattern : exportFileNames("*")) menu.Append(id++, SV::String(pattern));
-    return menu;
-}
-
-SV::Menu fileMenu() {
-    SV::Menu menu;
-    menu.Append(HostFrame::kOpen, textOf(Text::kMenuOpen));
-    menu.Append(HostFrame::kExport, textOf(Text::kMenuExport));
-    menu.Append(exportedMenu(), textOf(Text::kMenuOpenExported));
-    menu.AppendSeparator();
-    menu.Append(HostFrame::kExit, textOf(Text::kMenuExit));
-    return menu;
-}
-
-SV::Menu viewMenu() {
-    const unsigned short language = ZelInternational::GetCurrentLanguageID();
-    SV::Menu menu;
-    menu.AppendChecked(HostFrame::kEnglish, textOf(Text::kMenuEnglish),
-                       language == kEnglishLanguage);
-    menu.AppendChecked(HostFrame::kGerman, textOf(Text::kMenuGerman), language == kGermanLanguage);
-    menu.AppendSeparator();
-    menu.Append(HostFrame::kFilter, textOf(Text::kMenuFilter));
-    menu.AppendSeparator();
-    menu.Append(HostFrame::kTile, textOf(Text::kMenuTile));
-    menu.Append(HostFrame::kCascade, textOf(Text::kMenuCascade));
-    return menu;
-}
-
-// "&" marks an access key.
-SV::String menuTextOf(const std::string& command) {
-    std::string text;
-    for (const char c : command) text.append(c == '&' ? 2 : 1, c);
-    return SV::String(text);
-}
-
-SV::Menu pluginMenu(const std::vector<std::string>& commands) {
-    SV::Menu menu;
-    int id = HostFrame::kFirstPlugin;
-    for (const std::string& command : commands) menu.Append(id++, menuTextOf(command));
-    return menu;
-}
-
-SV::Menu helpMenu() {
-    SV::Menu menu;
-    menu.Append(HostFrame::kAbout, textOf(Text::kMenuAbout));
-    return menu;
-}
-
-}  // namespace
 
 HostFrame::HostFrame(HostApplication& application)
     : SV::MDIFrame("zelhost"), m_application(application) {
     buildMenu();
 }
 
-void HostFrame::buildMenu() {
-    SV::Menu bar(SV::Menu::Kind::kBar);
-    bar.Append(fileMenu(), textOf(Text::kMenuFile));
-    bar.Append(viewMenu(), textOf(Text::kMenuView));
-    const std::vector<std::string> commands = m_application.commands().names();
-    if (!commands.empty()) bar.Append(pluginMenu(commands), textOf(Text::kMenuPlugins));
-    bar.Append(helpMenu(), textOf(Text::kMenuHelp));
-    SetMenu(std::move(bar), kViewMenu);
-}
+void HostFrame::buildMenu() { SetMenu(menuBar(m_application.commands().names()), kViewMenu); }
 
 void HostFrame::show(std::shared_ptr<const Model> model) {
     dropClosedWindows();
@@ -159,23 +71,9 @@ void HostFrame::Command(int id) {
 }
 
 void HostFrame::openFile() {
-    const SV::String filterText = textOf(Text::kOpenFilter);
-    std::string filter(filterText.begin(), filterText.end());
-    std::ranges::replace(filter, '|', '\0');  // the system separates by NUL
-    const SV::String title = textOf(Text::kOpenTitle);
-    char path[4096] = "";
-    OPENFILENAMEA question = {};
-    question.lStructSize = sizeof question;
-    question.hwndOwner = GetHandle();
-    question.lpstrFilter = filter.c_str();
-    question.lpstrFile = path;
-    question.nMaxFile = sizeof path;
-    question.lpstrTitle = title.c_str();
-    const std::string extension = modelExtension();
-    question.lpstrDefExt = extension.c_str();
-    question.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    if (!askForFile(question)) return;
-    m_application.open(path);
+    const std::optional<std::string> path = askForModel(*this);
+    if (!path) return;
+    m_application.open(*path);
     m_application.showProblems();
 }
 

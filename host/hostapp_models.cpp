@@ -1,0 +1,101 @@
+// What the program does with models.
+
+#include <cstdio>
+
+#include "exporter.h"
+#include "hostapp.h"
+#include "hostframe.h"
+#include "import_progress.h"
+#include "model/gml_reader.h"
+#include "model/node_times.h"
+#include "model_events.h"
+#include "paths.h"
+#include "stopwatch.h"
+#include "zbasic/ztrace.h"
+
+namespace zelhost {
+
+int HostApplication::process(const std::string& path) {
+    const auto start = Clock::now();
+    const std::shared_ptr<const Model> model = open(path);
+    if (!model) return kSomeFailed;
+    std::printf("%s: %zu nodes, %zu edges\n", path.c_str(), model->graph.nodes.size(),
+                model->graph.edges.size());
+    if (const NodeTimes times = timesOf(model->graph); times.durations > 0) {
+        std::printf("  duration %s of %zu nodes\n", times.total.asChar(), times.durations);
+    }
+    bool isDone = save(*model);
+    isDone = runCommands(model) && isDone;
+    std::printf("  %.3f s\n", secondsSince(start));
+    std::fflush(stdout);
+    return isDone ? kDone : kSomeFailed;
+}
+
+std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
+    auto model = std::make_shared<Model>();
+    model->path = path;
+    Wait(true);
+    const GmlResult result = [&] {
+        ImportProgress progress(*this, m_frame.get(), fileNameOf(path));
+        return readGml(path, model->graph, std::ref(progress));
+    }();
+    Wait(false);
+    if (result.status == GmlResult::Status::cancelled) return nullptr;
+    if (result.status != GmlResult::Status::done) {
+        report(result.text(path));
+        return nullptr;
+    }
+    if (result.remarkCount > 0) report(result.remarkText(path));
+    if (m_filter) m_filter->apply(model->graph);
+    model->name = freeName(path);
+    m_open.push_back(model);
+    log(path + ": " + std::to_string(model->graph.nodes.size()) + " nodes, " +
+        std::to_string(model->graph.edges.size()) + " edges");
+    ModelEvent(ZelEvent_OpenModel, SV::String(model->name), model->graph).trigger();
+    Zel_Trace("zelhost: %s is open", path.c_str());
+    if (m_frame && !isClosed()) m_frame->show(model);
+    return model;
+}
+
+bool HostApplication::save(const Model& model) {
+    const SV::String name(model.name);
+    ModelEvent question(ZelEvent_BeforeSaveModel, name, model.graph);
+    question.trigger();
+    if (question.getResultValue() != 0) {
+        report(model.path + ": not saved: a listener of the program objects");
+        return false;
+    }
+    const ExportResult result = exportModel(model.graph, m_options.outputDirectory, model.name);
+    for (const std::string& file : result.files) std::printf("  %s\n", file.c_str());
+    if (!result.problem.empty()) {
+        report(result.problem);
+        return false;
+    }
+    ModelEvent(ZelEvent_SaveModel, name, model.graph).trigger();
+    log(model.path + " is exported to " + m_options.outputDirectory);
+    Zel_Trace("zelhost: %s is saved", model.path.c_str());
+    return true;
+}
+
+std::shared_ptr<const Model> HostApplication::findModel(const std::string& name) const {
+    if (name.empty()) return m_current || !m_frame ? m_current : m_frame->activeModel();
+    for (const std::weak_ptr<const Model>& entry : m_open) {
+        std::shared_ptr<const Model> model = entry.lock();
+        if (model && model->name == name) return model;
+    }
+    return nullptr;
+}
+
+// Two models of one name (in different folders) must not overwrite each other's files.
+std::string HostApplication::freeName(const std::string& path) {
+    const std::string base = baseNameOf(path);
+    std::string name = base;
+    const auto isTaken = [this](const std::string& candidate) {
+        const SV::String lower = SV::String(candidate).Lower();
+        return !m_names.emplace(lower.begin(), lower.end()).second;
+    };
+    for (int number = 2; isTaken(name); ++number) name = base + "_" + std::to_string(number);
+    return name;
+}
+
+}  // namespace zelhost

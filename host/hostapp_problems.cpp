@@ -1,0 +1,48 @@
+// What the program tells: its log, and what went wrong.
+
+#include <cstdio>
+
+#include "hostapp.h"
+#include "hostframe.h"
+#include "texts.h"
+#include "zbasic/ztrace.h"
+#include "zbasic/zversion.h"
+
+#include <windows.h>
+
+namespace zelhost {
+
+namespace {
+
+constexpr char kLogFile[] = "zelhost.log";
+
+}  // namespace
+
+void HostApplication::openLog() {
+    // Where it cannot be written the program does without.
+    m_log.open(Zel_GetStartCWDFilename(kLogFile).c_str(), true);
+    log("zelhost " + std::string(Zel_GetPatchBuildVersionString().c_str()) + " starts");
+}
+
+void HostApplication::log(const std::string& text) { m_log.addText("%s", text.c_str()); }
+
+void HostApplication::report(const std::string& problem) {
+    log(problem);
+    std::fprintf(stderr, "%s\n", problem.c_str());
+    ZelDebugOut(("[zel] " + problem + "\n").c_str());
+    m_problems += problem + "\n";
+}
+
+void HostApplication::showProblems() {
+    if (m_problems.empty()) return;
+    const SV::String text(m_problems);
+    m_problems.clear();
+    if (IsModalDialogSuppression()) {
+        ModalDialogSuppressionLog(text);
+    } else if (!isClosed()) {
+        SV::ShowMessageBox(GetAppWindow(), text, textOf(Text::kProblemsTitle),
+                           MB_OK | MB_ICONWARNING);
+    }
+}
+
+}  // namespace zelhost
