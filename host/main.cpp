@@ -29,6 +29,7 @@ void useConsoleOfParent() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    ::SetDllDirectoryA("");  // what a plug-in needs is not looked for in the current directory
     if (!hasOption(argc, argv, "console")) useConsoleOfParent();
     // Without windows there is nobody to answer boxes either.
     const bool withUser = !hasOption(argc, argv, "no_gui") && !hasOption(argc, argv, "no_windows");

@@ -13,6 +13,11 @@ namespace zelhost {
 namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{1} << 20;
+#ifdef _WIN32
+constexpr char kReadOnly[] = "rbN";  // child processes do not inherit it
+#else
+constexpr char kReadOnly[] = "rbe";
+#endif
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 struct FileCloser {
@@ -21,7 +26,7 @@ struct FileCloser {
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
 File openForBlocks(const std::string& fileName) {
-    File file(std::fopen(fileName.c_str(), "rb"));
+    File file(std::fopen(fileName.c_str(), kReadOnly));
     if (file) std::setvbuf(file.get(), nullptr, _IONBF, 0);  // blocks are large: no second copy
     return file;
 }
