@@ -138,6 +138,8 @@ LRESULT CALLBACK WindowProc::onClientMessage(HWND handle, UINT message, WPARAM w
         case WM_SIZE:
             ::InvalidateRect(handle, nullptr, FALSE);
             break;
+        case WM_KEYDOWN:  // has the focus as long as there are no children
+            return ::SendMessageA(::GetParent(handle), message, wParam, lParam);
         case WM_NCDESTROY:
             ::RemovePropA(handle, "SvOriginal");
             break;
