@@ -1,5 +1,7 @@
 #include "zbasic/zgui.h"
 
+#include "sv/systemfunction.h"
+
 #include <windows.h>
 
 bool Zel_IsAtLeastWindowsVista() {
@@ -17,6 +19,11 @@ bool Zel_IsAtLeastWindowsVista() {
 double Zel_GetSystemDPIScaleY() {
     constexpr double kBaseDpi = 96.0;
     static const double scale = [] {
+        // Without a device context: the first one of a process takes longer than all else at the
+        // start of a program without windows. Systems before Windows 10 1607 lack the function.
+        static auto* const ask =
+            SV::SystemFunction<decltype(::GetDpiForSystem)>("user32.dll", "GetDpiForSystem");
+        if (ask) return ask() / kBaseDpi;
         const HDC screen = ::GetDC(nullptr);
         const int dpi = ::GetDeviceCaps(screen, LOGPIXELSY);
         ::ReleaseDC(nullptr, screen);
