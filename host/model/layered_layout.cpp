@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/ascending_fit.h"
 #include "model/bent_lines.h"
 #include "model/edge_lines.h"
 #include "model/packing.h"
@@ -14,44 +15,12 @@ namespace {
 
 constexpr double kGap = 24;      // between boxes of a layer
 constexpr double kBendGap = 12;  // between lines that cross a layer
+constexpr double kRowGap = 24;   // between the rows of a layer
 constexpr int kSweeps = 8;       // down and up alternately
-
-// Ascending values that lie as near to the wishes as can be: the sum of the weighted squares of
-// the distances is least. Wishes that do not ascend share their mean.
-class AscendingFit {
-public:
-    void clear() { m_pools.clear(); }
-
-    void add(double wish, double weight) {
-        Pool pool{wish, weight, 1};
-        while (!m_pools.empty() && m_pools.back().mean > pool.mean) {
-            const Pool& before = m_pools.back();
-            const double sum = before.weight + pool.weight;
-            pool.mean = (before.mean * before.weight + pool.mean * pool.weight) / sum;
-            pool.weight = sum;
-            pool.count += before.count;
-            m_pools.pop_back();
-        }
-        m_pools.push_back(pool);
-    }
-
-    // Calls `take` with the value of each wish.
-    template <typename Take>
-    void giveTo(Take take) const {
-        for (const Pool& pool : m_pools) {
-            for (std::size_t i = 0; i < pool.count; ++i) take(pool.mean);
-        }
-    }
-
-private:
-    struct Pool {
-        double mean;
-        double weight;
-        std::size_t count;
-    };
-
-    std::vector<Pool> m_pools;
-};
+// A layer is too wide that is wider than both: pixels, and so many times the height of its part.
+constexpr double kWideLayer = 4000;
+constexpr double kWideShape = 4;
+constexpr double kRowShape = 1.6;  // width to height that a part with wrapped layers aims at
 
 // Places the items of connected parts, one part after the other.
 class LayerPlacer {
@@ -62,6 +31,7 @@ public:
           m_before(boxes.size(), skeleton.steps, Neighbours::Side::from),
           m_behind(boxes.size(), skeleton.steps, Neighbours::Side::to),
           m_wishes(boxes.size()),
+          m_rows(boxes.size()),
           m_places(boxes.size()),
           m_heights(boxes.size()) {}
 
@@ -73,7 +43,7 @@ private:
         double x = 0;
         double weight = 0;
     };
-    // The x that an item can have between its neighbours in the layer.
+    // The x that an item can have between its neighbours in the row.
     struct Room {
         double low;
         double high;
@@ -85,8 +55,14 @@ private:
 
     double reach(std::uint32_t item) const;
     void sortIntoLayers(const Group& part);
-    void placeInRow(const Group& layer);
-    void sweep(const Neighbours& fixed, Group& layer);
+    double widthOf(const Group& row) const;
+    double heightOf(const Group& row) const;
+    double rowWidth() const;
+    void wrap(double width);
+    void addRows(Group& layer, std::size_t count);
+    void placeInRow(const Group& row);
+    void sweepAll();
+    void sweep(const Neighbours& fixed, Group& row);
     Wish wishOf(std::uint32_t item, std::span<const std::uint32_t> others) const;
     void setWithoutOverlap(const Group& layer);
     void setBoxes(std::span<const std::uint32_t> boxes, std::span<const double> shifts, Room room);
@@ -100,10 +76,11 @@ private:
     std::vector<Box>& m_boxes;  // those of bends have no width
     Neighbours m_before;
     Neighbours m_behind;
-    std::vector<Wish> m_wishes;           // what suits the neighbours best
-    std::vector<std::uint32_t> m_places;  // of each item in its layer
-    std::vector<Group> m_layers;          // of the part that is being placed
-    std::vector<double> m_heights;        // of the layer of each item
+    std::vector<Wish> m_wishes;   // what suits the neighbours best
+    std::vector<Group> m_layers;  // of the part that is being placed: one row a layer, or more
+    std::vector<std::uint32_t> m_rows;    // of each item in `m_layers`
+    std::vector<std::uint32_t> m_places;  // of each item in its row
+    std::vector<double> m_heights;        // of the row of each box, of the layer of each bend
     std::vector<double> m_shifts;
     AscendingFit m_fit;
 };
@@ -120,13 +97,79 @@ void LayerPlacer::sortIntoLayers(const Group& part) {
     for (const std::uint32_t item : part) m_layers[m_skeleton.layers[item]].push_back(item);
 }
 
-void LayerPlacer::placeInRow(const Group& layer) {
-    double x = 0;
+double LayerPlacer::widthOf(const Group& row) const {
+    double width = 0;
+    for (const std::uint32_t item : row) width += 2 * reach(item);
+    return width;
+}
+
+double LayerPlacer::heightOf(const Group& row) const {
+    double height = 0;
+    for (const std::uint32_t item : row) height = std::max(height, m_boxes[item].size.height);
+    return height;
+}
+
+// How wide rows may be; without limit unless a layer is too wide.
+double LayerPlacer::rowWidth() const {
+    double widest = 0;
+    double height = 0;
+    double area = 0;
+    for (const Group& layer : m_layers) {
+        const double width = widthOf(layer);
+        widest = std::max(widest, width);
+        height += heightOf(layer) + kLayerGap;
+        area += width * (heightOf(layer) + kRowGap);
+    }
+    if (widest < std::max(kWideLayer, kWideShape * height)) return INFINITY;
+    return std::sqrt(area * kRowShape);
+}
+
+// Neighbours go one below the other, so that each row lies below all of the layer before. Lines
+// that only cross the layer stay beside one another.
+void LayerPlacer::addRows(Group& layer, std::size_t count) {
+    const std::size_t first = m_layers.size();
+    m_layers.resize(first + count);
+    std::size_t next = 0;
     for (const std::uint32_t item : layer) {
+        m_layers[m_skeleton.isBend(item) ? first : first + next++ % count].push_back(item);
+    }
+}
+
+void LayerPlacer::wrap(double width) {
+    std::vector<Group> layers;
+    layers.swap(m_layers);
+    for (Group& layer : layers) {
+        double count = 0;
+        double all = 0;  // width of the boxes
+        for (const std::uint32_t item : layer) {
+            if (m_skeleton.isBend(item)) continue;
+            ++count;
+            all += 2 * reach(item);
+        }
+        // No row stays empty, even if a box is wider than rows are to be.
+        addRows(layer,
+                static_cast<std::size_t>(std::max(1.0, std::min(count, std::ceil(all / width)))));
+    }
+}
+
+void LayerPlacer::placeInRow(const Group& row) {
+    double x = 0;
+    for (const std::uint32_t item : row) {
         m_boxes[item].center.x = x + reach(item);
         x += 2 * reach(item);
     }
-    for (const std::uint32_t item : layer) m_boxes[item].center.x -= x / 2;
+    for (const std::uint32_t item : row) m_boxes[item].center.x -= x / 2;
+}
+
+void LayerPlacer::sweepAll() {
+    for (const Group& row : m_layers) placeInRow(row);
+    for (int round = 0; round < kSweeps && m_layers.size() > 1; ++round) {
+        const std::size_t count = m_layers.size();
+        for (std::size_t i = 1; i < count; ++i) {
+            const bool isDown = round % 2 == 0;
+            sweep(isDown ? m_before : m_behind, m_layers[isDown ? i : count - 1 - i]);
+        }
+    }
 }
 
 LayerPlacer::Wish LayerPlacer::wishOf(std::uint32_t item,
@@ -139,10 +182,10 @@ LayerPlacer::Wish LayerPlacer::wishOf(std::uint32_t item,
     return {sum / count, count};
 }
 
-void LayerPlacer::sweep(const Neighbours& fixed, Group& layer) {
-    for (const std::uint32_t item : layer) m_wishes[item] = wishOf(item, fixed.of(item));
-    std::ranges::stable_sort(layer, {}, [&](std::uint32_t item) { return m_wishes[item].x; });
-    setWithoutOverlap(layer);
+void LayerPlacer::sweep(const Neighbours& fixed, Group& row) {
+    for (const std::uint32_t item : row) m_wishes[item] = wishOf(item, fixed.of(item));
+    std::ranges::stable_sort(row, {}, [&](std::uint32_t item) { return m_wishes[item].x; });
+    setWithoutOverlap(row);
 }
 
 // Bends choose first, so that long lines stay straight; the boxes between two of them follow.
@@ -190,13 +233,16 @@ void LayerPlacer::setBoxes(std::span<const std::uint32_t> boxes, std::span<const
 }
 
 void LayerPlacer::rememberPlaces() {
-    for (const Group& layer : m_layers) {
-        for (std::uint32_t i = 0; i < layer.size(); ++i) m_places[layer[i]] = i;
+    for (std::uint32_t row = 0; row < m_layers.size(); ++row) {
+        for (std::uint32_t i = 0; i < m_layers[row].size(); ++i) {
+            m_rows[m_layers[row][i]] = row;
+            m_places[m_layers[row][i]] = i;
+        }
     }
 }
 
 LayerPlacer::Room LayerPlacer::roomOf(std::uint32_t item) const {
-    const Group& layer = m_layers[m_skeleton.layers[item]];
+    const Group& layer = m_layers[m_rows[item]];
     const std::uint32_t place = m_places[item];
     Room room{-INFINITY, INFINITY};
     if (place > 0) {
@@ -240,28 +286,35 @@ void LayerPlacer::straighten(const Group& part) {
 
 void LayerPlacer::setHeights() {
     double y = 0;
-    for (const Group& layer : m_layers) {
-        double height = 0;
-        for (const std::uint32_t item : layer) {
-            height = std::max(height, m_boxes[item].size.height);
+    for (std::size_t row = 0; row < m_layers.size();) {
+        const Group& first = m_layers[row];
+        const std::uint32_t layer = m_skeleton.layers[first[0]];
+        const double top = y;
+        for (; row < m_layers.size() && m_skeleton.layers[m_layers[row][0]] == layer; ++row) {
+            const double height = heightOf(m_layers[row]);
+            for (const std::uint32_t item : m_layers[row]) {
+                m_boxes[item].center.y = y + height / 2;
+                m_heights[item] = height;
+            }
+            y += height + kRowGap;
         }
-        for (const std::uint32_t item : layer) {
-            m_boxes[item].center.y = y + height / 2;
-            m_heights[item] = height;
+        const double bottom = y - kRowGap;
+        for (const std::uint32_t item : first) {
+            if (!m_skeleton.isBend(item)) continue;
+            m_boxes[item].center.y = (top + bottom) / 2;
+            m_heights[item] = bottom - top;
         }
-        y += height + kLayerGap;
+        y = bottom + kLayerGap;
     }
 }
 
 void LayerPlacer::place(const Group& part) {
     sortIntoLayers(part);
-    for (const Group& layer : m_layers) placeInRow(layer);
-    for (int round = 0; round < kSweeps && m_layers.size() > 1; ++round) {
-        const std::size_t count = m_layers.size();
-        for (std::size_t i = 1; i < count; ++i) {
-            const bool isDown = round % 2 == 0;
-            sweep(isDown ? m_before : m_behind, m_layers[isDown ? i : count - 1 - i]);
-        }
+    const double width = rowWidth();
+    sweepAll();
+    if (width < INFINITY) {
+        wrap(width);
+        sweepAll();
     }
     rememberPlaces();
     straighten(part);

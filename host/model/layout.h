@@ -28,7 +28,8 @@ using MeasureCaption = std::function<Size(std::string_view caption)>;
 // go in rows below them), drawn apart as far as the boxes need; edges are straight lines. All
 // other graphs are laid out in layers, edges pointing down where there are no circles, parts
 // without connection side by side. There an edge bends round the boxes in its way; only in
-// graphs with very many long edges the longest are straight. Boxes have the size that their
+// graphs with very many long edges the longest are straight, and very wide layers are wrapped into
+// rows, with lines behind their boxes. Boxes have the size that their
 // caption needs. Takes about a second for 100,000 nodes.
 Layout layOut(const Graph& graph, const MeasureCaption& measure);
 

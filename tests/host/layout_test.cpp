@@ -277,6 +277,47 @@ TEST(Layout, DrawsTheLongestOfVeryManyLongEdgesStraight) {
     }
 }
 
+TEST(Layout, WrapsWideLayers) {
+    constexpr int kLeaves = 3000;
+    std::string star = nodes(kLeaves + 1);
+    for (int i = 1; i <= kLeaves; ++i) star += edge(0, i);
+    std::string tree = nodes(1 + 50 + 2500 + 1);  // and a line past its widest layer
+    for (int i = 1; i <= 2550; ++i) tree += edge(i <= 50 ? 0 : (i - 51) / 50 + 1, i);
+    tree += edge(51, 2551) + edge(0, 2551);
+    const std::string wide(900, 'x');  // wider than a row is to be
+    std::string oneWide = star + " node [ id 9999 label \"" + wide + "\" ]" + edge(1, 9999);
+    for (const std::string& gml : {star, tree, oneWide}) {
+        const Graph graph = graphOf("graph [" + gml + "]");
+        const Layout layout = zelhost::layOut(graph, measured);
+        EXPECT_LT(layout.size.width, 4 * layout.size.height);
+        EXPECT_LT(layout.size.height, 4 * layout.size.width);
+        expectRoomForBoxes(layout);
+        for (std::size_t i = 0; i < layout.lines.size(); ++i) {
+            const std::span<const Point> line = layout.lines[i];
+            EXPECT_TRUE(isOnBorder(layout.boxes[graph.edges[i].source], line.front())) << i;
+            EXPECT_TRUE(isOnBorder(layout.boxes[graph.edges[i].target], line.back())) << i;
+            EXPECT_LT(line.front().y, line.back().y) << i;
+        }
+    }
+}
+
+TEST(Layout, KeepsTheHeadsOfEdgesApart) {
+    std::string gml = nodes(12);
+    for (int i = 0; i < 10; ++i) gml += edge(i, i + 1) + edge(i, 11);
+    const Graph graph = graphOf("graph [" + gml + " node [ id 99 ]" + edge(10, 11) + "]");
+    const Layout layout = zelhost::layOut(graph, measured);
+    std::vector<double> heads;
+    for (std::size_t i = 0; i < layout.lines.size(); ++i) {
+        if (graph.edges[i].target == 11) heads.push_back(layout.lines[i].back().x);
+    }
+    std::ranges::sort(heads);
+    ASSERT_EQ(heads.size(), 11u);
+    const double room = layout.boxes[11].size.width - 12;  // without the corners
+    for (std::size_t i = 1; i < heads.size(); ++i) {
+        EXPECT_GT(heads[i] - heads[i - 1], room / 10 - kTiny) << i;
+    }
+}
+
 TEST(Layout, WalksDeepAndWideGraphs) {
     constexpr std::uint32_t kCount = 100000;
     Graph chain;
