@@ -14,7 +14,8 @@ void showBox(const SV::String& caption, const SV::String& text) {
 }
 
 void showBox(Text title, const SV::String& text) {
-    SV::String caption = textOf(title);  // may be that of a menu, with its access key
+    SV::String caption = textOf(title);  // may be that of a menu, with its keys
+    caption.erase(std::min(caption.find('\t'), caption.size()));
     caption.erase(std::min(caption.find('&'), caption.size()), 1);
     showBox(caption, text);
 }

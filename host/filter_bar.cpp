@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <string>
 
+#include "hostkeys.h"
 #include "texts.h"
+#include "zbasic/zgui.h"
 
 #include <windows.h>
 
@@ -11,10 +13,10 @@ namespace zelhost {
 
 namespace {
 
-// In pixels; letters bring the scale of the screen with their size.
+constexpr int kFieldLetters = 20;
+// In pixels of a screen with 96 to the inch.
 constexpr int kMargin = 4;
 constexpr int kFieldFrame = 6;
-constexpr int kFieldLetters = 20;
 constexpr int kMinFieldWidth = 40;
 constexpr int kMaxPatternSize = 255;
 
@@ -27,6 +29,8 @@ HFONT messageFont() {
     }
     return ::CreateFontIndirectA(&metrics.lfMessageFont);
 }
+
+int scaled(int pixels) { return static_cast<int>(pixels * Zel_GetSystemDPIScaleY()); }
 
 // For measuring text in a font that somebody else owns.
 class Measure {
@@ -61,14 +65,20 @@ private:
 
 void FilterBar::FontDeleter::operator()(HFONT__* font) const { ::DeleteObject(font); }
 
-FilterBar::FilterBar(HWND parent)
-    : m_parent(parent),
+std::intptr_t FilterField::handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
+    if (message == WM_KEYDOWN && carryOutKey(*this, wParam)) return 0;
+    return SV::Control::handle(message, wParam, lParam);
+}
+
+FilterBar::FilterBar(SV::Window& parent)
+    : m_parent(parent.GetHandle()),
       m_font(messageFont()),
       m_label(add("STATIC", SS_LEFTNOWORDWRAP, 0)),
-      m_field(add("EDIT", WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL, kFieldId)),
-      m_outcome(add("STATIC", SS_LEFTNOWORDWRAP, 0)) {
-    ::SendMessageA(m_field, EM_SETLIMITTEXT, kMaxPatternSize, 0);
-    m_height = Measure(m_parent, m_font.get()).lineHeight() + kFieldFrame + 2 * kMargin;
+      m_field(parent, addField()),
+      m_outcome(add("STATIC", SS_LEFTNOWORDWRAP, 0)),
+      m_margin(scaled(kMargin)) {
+    ::SendMessageA(m_field.GetHandle(), EM_SETLIMITTEXT, kMaxPatternSize, 0);
+    m_height = Measure(m_parent, m_font.get()).lineHeight() + scaled(kFieldFrame) + 2 * m_margin;
 }
 
 HWND FilterBar::add(const char* windowClass, unsigned long style, int id) {
@@ -79,13 +89,16 @@ HWND FilterBar::add(const char* windowClass, unsigned long style, int id) {
     return window;
 }
 
-SV::String FilterBar::pattern() const {
-    char text[kMaxPatternSize + 1] = "";
-    ::GetWindowTextA(m_field, text, sizeof text);
-    return text;
+int FilterBar::addField() {
+    add("EDIT", WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL, kFieldId);
+    return kFieldId;
 }
 
-void FilterBar::focus() { ::SetFocus(m_field); }
+SV::String FilterBar::pattern() const { return m_field.GetText(); }
+
+void FilterBar::focus() { m_field.GrabFocus(); }
+
+void FilterBar::clear() { m_field.SetText(""); }
 
 void FilterBar::showCount(std::size_t shown, std::size_t all) {
     const SV::String text = filled(textOf(Text::kFilterCount), std::to_string(shown));
@@ -101,14 +114,15 @@ void FilterBar::layOut(int width) {
     ::SetWindowTextA(m_label, label.c_str());
     const Measure measure(m_parent, m_font.get());
     const int labelWidth = measure.widthOf(label);
-    const int fieldStart = kMargin + labelWidth + kMargin;
+    const int fieldStart = m_margin + labelWidth + m_margin;
     const int wanted = measure.widthOf(SV::String(std::size_t{kFieldLetters}, 'x'));
-    const int fieldWidth = std::max(kMinFieldWidth, std::min(wanted, (width - fieldStart) / 2));
-    const int outcomeStart = fieldStart + fieldWidth + 2 * kMargin;
-    const int textTop = kMargin + kFieldFrame / 2;
+    const int fieldWidth =
+        std::max(scaled(kMinFieldWidth), std::min(wanted, (width - fieldStart) / 2));
+    const int outcomeStart = fieldStart + fieldWidth + 2 * m_margin;
+    const int textTop = m_margin + scaled(kFieldFrame) / 2;
     const int textHeight = m_height - 2 * textTop;
-    ::MoveWindow(m_label, kMargin, textTop, labelWidth, textHeight, TRUE);
-    ::MoveWindow(m_field, fieldStart, kMargin, fieldWidth, m_height - 2 * kMargin, TRUE);
+    ::MoveWindow(m_label, m_margin, textTop, labelWidth, textHeight, TRUE);
+    m_field.SetArea({fieldStart, m_margin, fieldWidth, m_height - 2 * m_margin});
     ::MoveWindow(m_outcome, outcomeStart, textTop, std::max(0, width - outcomeStart), textHeight,
                  TRUE);
 }

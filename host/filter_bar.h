@@ -4,12 +4,21 @@
 
 #include <memory>
 
+#include "sv/control.h"
 #include "sv/string.h"
-#include "sv/window.h"
 
 struct HFONT__;
 
 namespace zelhost {
+
+// A text field from which the keys of the whole window work as well.
+class FilterField : public SV::Control {
+public:
+    using SV::Control::Control;
+
+private:
+    std::intptr_t handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
+};
 
 // A label, a field for a wildcard pattern, and what came of it. The system windows belong to
 // their parent and go with it.
@@ -18,11 +27,14 @@ public:
     // The field tells its parent of changes by WM_COMMAND with this number.
     static constexpr int kFieldId = 1;
 
-    explicit FilterBar(HWND parent);
+    explicit FilterBar(SV::Window& parent);
 
     int height() const { return m_height; }
+    int margin() const { return m_margin; }
+    HFONT__* font() const { return m_font.get(); }  // of the system's boxes and menus; stays ours
     SV::String pattern() const;
     void focus();
+    void clear();
     void showCount(std::size_t shown, std::size_t all);
     void showUnusable();
     // Sets the label's text in the language of the user interface and places everything.
@@ -33,13 +45,15 @@ private:
         void operator()(HFONT__* font) const;
     };
 
+    int addField();
     HWND add(const char* windowClass, unsigned long style, int id);
 
     HWND m_parent;
     std::unique_ptr<HFONT__, FontDeleter> m_font;
     HWND m_label;
-    HWND m_field;
+    FilterField m_field;
     HWND m_outcome;
+    int m_margin;
     int m_height;
 };
 

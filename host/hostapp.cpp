@@ -1,5 +1,6 @@
 #include "hostapp.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "database_user.h"
@@ -7,6 +8,7 @@
 #include "model_call.h"
 #include "model_events.h"
 #include "paths.h"
+#include "user_break.h"
 #include "zbasic/zcmdline.h"
 #include "zbasic/ztrace.h"
 #include "zbasic/zversion.h"
@@ -73,7 +75,10 @@ int HostApplication::initApplication() {
     if (withWindows) {
         MakeMDIClientImg(false);
         m_frame = std::make_unique<HostFrame>(*this);
+        closeOnBreak(m_frame.get());
     }
+    // The library's console has its own answer.
+    if (!ZelCmdline::Instance().isFlag("console")) watchForBreak();
     return 0;
 }
 
@@ -85,22 +90,30 @@ int HostApplication::runApplication() {
     if (m_isUserWanted) return showDatabaseUser() ? kDone : kSomeFailed;
     if (m_frame) m_frame->Show();
     removeLeftovers(m_options.outputDirectory);
-    int status = kDone;
-    for (const std::string& path : m_options.models) {
-        if (isClosed() || process(path) != kDone) status = kSomeFailed;
-    }
-    if (m_options.models.empty() && !runCommands(nullptr)) status = kSomeFailed;
-    if (!m_options.after.empty() && !runAfter(status == kDone)) status = kSomeFailed;
+    const int status = processAll();
     m_isAppInitialized = true;
     PlainEvent(ZelEvent_AppInitialized).trigger();
     PlainEvent(ZelEvent_AfterAppInitialized).trigger();
     Zel_Trace("zelhost: %d of %d models are open", static_cast<int>(m_names.size()),
               static_cast<int>(m_options.models.size()));
     showProblems();
-    if (m_frame && !isClosed()) Execute();
+    if (m_frame && !isClosed() && !isBreakWanted()) Execute();
+    closeOnBreak(nullptr);
     m_frame.reset();
     m_commands.discard();
     log("zelhost ends with status " + std::to_string(status));
+    return status;
+}
+
+// The command line.
+int HostApplication::processAll() {
+    int status = kDone;
+    for (const std::string& path : m_options.models) {
+        status = std::max(status, process(path));
+        if (status == kStopped) return status;
+    }
+    if (m_options.models.empty() && !runCommands(nullptr)) status = kSomeFailed;
+    if (!m_options.after.empty() && !runAfter(status == kDone)) status = kSomeFailed;
     return status;
 }
 

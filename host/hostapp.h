@@ -12,6 +12,7 @@
 #include "commands.h"
 #include "model_window.h"
 #include "options.h"
+#include "texts.h"
 #include "zbasic/zapp.h"
 #include "zbasic/zfilelog.h"
 
@@ -28,10 +29,19 @@ public:
     int runApplication() override;
     bool getMDIClientImage(SV::Image& image, int& mode) override;
 
-    // Imports one file and, with windows, shows it; null when it cannot be read.
+    // Imports one file and, with windows, shows it; null when it cannot be read or the user has
+    // stopped it.
     std::shared_ptr<const Model> open(const std::string& path);
-    // Writes the model's files; false when some could not be written.
+    // Writes the model's files; false when some could not be written or the user has stopped it.
     bool save(const Model& model);
+
+    // Work on a model, of which the user sees the progress and which he can stop.
+    void beginWork();
+    void endWork();
+    void stopWork();
+    // False once the user has stopped the work, closed the window or pressed Ctrl+C.
+    bool isWorkWanted() const;
+
     // Shows the user in one box what went wrong since the last call; where boxes are suppressed
     // it goes to their log.
     void showProblems();
@@ -45,13 +55,18 @@ public:
     const std::string& outputDirectory() const { return m_options.outputDirectory; }
 
 private:
-    enum Status : int { kDone = 0, kSomeFailed = 1, kWrongUsage = 2 };
+    enum Status : int { kDone = 0, kSomeFailed = 1, kWrongUsage = 2, kStopped = 3 };
 
     int refuse(const std::string& problem);
-    void report(const std::string& problem);
+    // `advice` says in the box what the user can do.
+    void report(const std::string& problem, Text advice);
     bool isClosed() const;  // by the user, maybe in the middle of the work
     std::string freeName(const std::string& path);
+    int processAll();
     int process(const std::string& path);
+    bool read(Model& model);
+    bool draw(Model& model);
+    void noteStop(const std::string& path);
     bool runAfter(bool isAllExported);
     bool loadCommands(std::string& problem);
     bool runCommands(const std::shared_ptr<const Model>& model);
@@ -68,6 +83,8 @@ private:
     std::unique_ptr<HostFrame> m_frame;              // null without windows
     std::set<std::string> m_names;                   // of exports, in lower case
     std::string m_problems;                          // not yet shown to the user
+    std::vector<Text> m_advice;                      // about them
+    bool m_isStopped = false;
     bool m_isUsageWanted = false;
     bool m_isUserWanted = false;
 };

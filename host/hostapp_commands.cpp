@@ -26,7 +26,8 @@ bool HostApplication::runCommands(const std::shared_ptr<const Model>& model) {
             std::printf("%s\n", answer.text.c_str());
         } else {
             report((model ? model->path + ": " : "") + "the command \"" + request + "\" failed" +
-                   (answer.text.empty() ? "" : ": " + answer.text));
+                       (answer.text.empty() ? "" : ": " + answer.text),
+                   Text::kAdviceCommand);
             isDone = false;
         }
     }
@@ -45,14 +46,15 @@ Commands::Answer HostApplication::run(const std::string& request,
 
 bool HostApplication::runAfter(bool isAllExported) {
     if (!isAllExported) {
-        report("the command behind the export was not run, as some model failed");
+        report("the command behind the export was not run, as some model failed",
+               Text::kAdviceAfter);
         return false;
     }
     const AfterResult result = runAfterExport(m_options.after, m_options.outputDirectory, [this] {
         if (m_frame) Reschedule();
     });
     if (!result.exitCode) {
-        report(result.problem);
+        report(result.problem, Text::kAdviceAfter);
         return false;
     }
     std::printf("exit code %ld: %s\n", *result.exitCode, m_options.after.c_str());
@@ -60,7 +62,8 @@ bool HostApplication::runAfter(bool isAllExported) {
     std::fflush(stdout);
     if (*result.exitCode == 0) return true;
     report("the command ended with exit code " + std::to_string(*result.exitCode) + ": " +
-           m_options.after);
+               m_options.after,
+           Text::kAdviceAfter);
     return false;
 }
 

@@ -5,48 +5,91 @@
 #include "exporter.h"
 #include "hostapp.h"
 #include "hostframe.h"
-#include "import_progress.h"
 #include "model/gml_reader.h"
 #include "model/node_times.h"
 #include "model_events.h"
 #include "paths.h"
+#include "picture.h"
+#include "side_task.h"
 #include "stopwatch.h"
+#include "user_break.h"
+#include "work_progress.h"
 #include "zbasic/ztrace.h"
 
 namespace zelhost {
 
 int HostApplication::process(const std::string& path) {
+    m_isStopped = false;
+    if (!isWorkWanted()) return kStopped;
     const auto start = Clock::now();
     const std::shared_ptr<const Model> model = open(path);
-    if (!model) return kSomeFailed;
+    if (!model) return isWorkWanted() ? kSomeFailed : kStopped;
     std::printf("%s: %zu nodes, %zu edges\n", path.c_str(), model->graph.nodes.size(),
                 model->graph.edges.size());
     if (const NodeTimes times = timesOf(model->graph); times.durations > 0) {
         std::printf("  duration %s of %zu nodes\n", times.total.asChar(), times.durations);
     }
     bool isDone = save(*model);
+    if (!isDone && !isWorkWanted()) return kStopped;
     isDone = runCommands(model) && isDone;
     std::printf("  %.3f s\n", secondsSince(start));
     std::fflush(stdout);
     return isDone ? kDone : kSomeFailed;
 }
 
+void HostApplication::beginWork() {
+    m_isStopped = false;
+    if (m_frame) Wait(true);  // without windows there is no pointer to show it
+}
+
+void HostApplication::endWork() {
+    if (m_frame) Wait(false);
+}
+
+void HostApplication::stopWork() { m_isStopped = true; }
+
+bool HostApplication::isWorkWanted() const {
+    return !m_isStopped && !isBreakWanted() && !isClosed();
+}
+
+void HostApplication::noteStop(const std::string& path) {
+    const std::string text = path + ": stopped by the user";
+    log(text);
+    std::fprintf(stderr, "%s\n", text.c_str());
+}
+
+bool HostApplication::read(Model& model) {
+    const GmlResult result = [&] {
+        WorkProgress progress(*this, m_frame.get(), fileNameOf(model.path));
+        return readGml(model.path, model.graph,
+                       [&](double percent) { return progress.reading(percent); });
+    }();
+    if (result.status == GmlResult::Status::failed)
+        report(result.text(model.path), Text::kAdviceModel);
+    if (result.status != GmlResult::Status::done) return false;
+    if (result.remarkCount > 0) report(result.remarkText(model.path), Text::kAdviceRemarks);
+    if (m_filter) m_filter->apply(model.graph);
+    return true;
+}
+
+// Beside the main thread, which meanwhile attends to the windows.
+bool HostApplication::draw(Model& model) {
+    if (!m_frame || isClosed()) return true;
+    WorkProgress progress(*this, m_frame.get(), fileNameOf(model.path));
+    SideTask<SV::Image> picture(
+        [&](const std::stop_token& stop) { return drawPicture(model.graph, 1, stop); });
+    if (!picture.wait([&] { return progress.drawing(); })) return false;
+    model.picture = std::make_shared<const SV::Image>(picture.take());
+    return true;
+}
+
 std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
     auto model = std::make_shared<Model>();
     model->path = path;
-    Wait(true);
-    const GmlResult result = [&] {
-        ImportProgress progress(*this, m_frame.get(), fileNameOf(path));
-        return readGml(path, model->graph, std::ref(progress));
-    }();
-    Wait(false);
-    if (result.status == GmlResult::Status::cancelled) return nullptr;
-    if (result.status != GmlResult::Status::done) {
-        report(result.text(path));
+    if (!read(*model) || !draw(*model)) {
+        if (!isWorkWanted()) noteStop(path);
         return nullptr;
     }
-    if (result.remarkCount > 0) report(result.remarkText(path));
-    if (m_filter) m_filter->apply(model->graph);
     model->name = freeName(path);
     m_open.push_back(model);
     log(path + ": " + std::to_string(model->graph.nodes.size()) + " nodes, " +
@@ -62,13 +105,21 @@ bool HostApplication::save(const Model& model) {
     ModelEvent question(ZelEvent_BeforeSaveModel, name, model.graph);
     question.trigger();
     if (question.getResultValue() != 0) {
-        report(model.path + ": not saved: a listener of the program objects");
+        report(model.path + ": not saved: a listener of the program objects", Text::kAdviceVeto);
         return false;
     }
-    const ExportResult result = exportModel(model.graph, m_options.outputDirectory, model.name);
+    const ExportResult result = [&] {
+        WorkProgress progress(*this, m_frame.get(), model.name);
+        return exportModel(model.graph, model.picture.get(), m_options.outputDirectory, model.name,
+                           [&](const std::string& file) { return progress.writing(file); });
+    }();
+    if (result.isCancelled) {
+        noteStop(model.path);
+        return false;
+    }
     for (const std::string& file : result.files) std::printf("  %s\n", file.c_str());
     if (!result.problem.empty()) {
-        report(result.problem);
+        report(result.problem, Text::kAdviceExport);
         return false;
     }
     ModelEvent(ZelEvent_SaveModel, name, model.graph).trigger();

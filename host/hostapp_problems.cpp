@@ -1,6 +1,8 @@
 // What the program tells: its log, and what went wrong.
 
+#include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "hostapp.h"
 #include "hostframe.h"
@@ -26,20 +28,22 @@ void HostApplication::openLog() {
 
 void HostApplication::log(const std::string& text) { m_log.addText("%s", text.c_str()); }
 
-void HostApplication::report(const std::string& problem) {
+void HostApplication::report(const std::string& problem, Text advice) {
     log(problem);
     std::fprintf(stderr, "%s\n", problem.c_str());
     ZelDebugOut(("[zel] " + problem + "\n").c_str());
     m_problems += problem + "\n";
+    if (std::ranges::find(m_advice, advice) == m_advice.end()) m_advice.push_back(advice);
 }
 
 void HostApplication::showProblems() {
     if (m_problems.empty()) return;
-    const SV::String text(m_problems);
-    m_problems.clear();
+    SV::String text(std::exchange(m_problems, {}));
+    const std::vector<Text> advice = std::exchange(m_advice, {});
     if (IsModalDialogSuppression()) {
         ModalDialogSuppressionLog(text);
     } else if (!isClosed()) {
+        for (const Text line : advice) text += "\n" + textOf(line);
         SV::ShowMessageBox(GetAppWindow(), text, textOf(Text::kProblemsTitle),
                            MB_OK | MB_ICONWARNING);
     }

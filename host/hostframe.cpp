@@ -5,6 +5,7 @@
 #include "file_question.h"
 #include "filter_dialog.h"
 #include "hostapp.h"
+#include "hostkeys.h"
 #include "hostmenu.h"
 #include "model/node_times.h"
 #include "paths.h"
@@ -15,6 +16,8 @@
 #include "zbasic/zprocess.h"
 #include "zbasic/ztools.h"
 #include "zbasic/zversion.h"
+
+#include <windows.h>
 
 namespace zelhost {
 
@@ -32,9 +35,7 @@ void HostFrame::show(std::shared_ptr<const Model> model) {
     m_application.Reschedule();
 }
 
-void HostFrame::showProgress(const std::string& name, int percent) {
-    SetText(SV::String("zelhost - " + name + ": " + std::to_string(percent) + " %"));
-}
+void HostFrame::showProgress(const SV::String& text) { SetText("zelhost - " + text); }
 
 void HostFrame::updateTitle() { SetText("zelhost"); }
 
@@ -42,7 +43,14 @@ void HostFrame::dropClosedWindows() {
     std::erase_if(m_windows, [](const auto& window) { return !window->GetHandle(); });
 }
 
+std::intptr_t HostFrame::handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
+    if (message == WM_KEYDOWN && carryOutKey(*this, wParam)) return 0;
+    return SV::MDIFrame::handle(message, wParam, lParam);
+}
+
 void HostFrame::Command(int id) {
+    // Work on one model does not begin in the middle of that on another.
+    if (m_application.IsWait() && id != kStop && id != kExit) return;
     // Numbers that stand for the entries of a list, and those of single commands.
     if (id >= kFirstPlugin) return runCommand(static_cast<std::size_t>(id - kFirstPlugin));
     if (id >= kOpenExported) return openExported(static_cast<std::size_t>(id - kOpenExported));
@@ -65,6 +73,8 @@ void HostFrame::Command(int id) {
             return about();
         case kFilter:
             return filterActive();
+        case kStop:
+            return stop();
         default:
             break;
     }
@@ -79,16 +89,17 @@ void HostFrame::openFile() {
 
 void HostFrame::exportActive() {
     const std::shared_ptr<const Model> model = activeModel();
-    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
+    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNoModel));
     if (m_application.save(*model)) {
-        showBox(Text::kMenuExport, filled(Text::kExportedTo, m_application.outputDirectory()));
+        showBox(Text::kMenuExport,
+                filled(filled(Text::kExportedTo, model->name), m_application.outputDirectory()));
     }
     m_application.showProblems();
 }
 
 void HostFrame::openExported(std::size_t index) {
     const std::shared_ptr<const Model> model = activeModel();
-    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToExport));
+    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNoModel));
     const std::vector<std::string> names = exportFileNames(model->name);
     if (index >= names.size()) return;
     const std::string path = m_application.outputDirectory() + "\\" + names[index];
@@ -99,24 +110,36 @@ void HostFrame::openExported(std::size_t index) {
 }
 
 std::shared_ptr<const Model> HostFrame::activeModel() const {
-    const auto* const window = static_cast<const ModelWindow*>(GetActiveChild());
+    const ModelWindow* const window = activeWindow();
     return window ? window->model() : nullptr;
+}
+
+ModelWindow* HostFrame::activeWindow() const { return static_cast<ModelWindow*>(GetActiveChild()); }
+
+void HostFrame::stop() {
+    if (m_application.IsWait()) return m_application.stopWork();
+    if (ModelWindow* const window = activeWindow()) window->clearFilter();
 }
 
 void HostFrame::runCommand(std::size_t index) {
     const std::vector<std::string> commands = m_application.commands().names();
     if (index >= commands.size()) return;
-    const Commands::Answer answer = m_application.run(commands[index], activeModel());
+    const std::shared_ptr<const Model> model = activeModel();
+    const Commands::Answer answer = m_application.run(commands[index], model);
     SV::String text(answer.text);
     if (!answer.isDone) text = filled(Text::kCommandFailed, commands[index]) + text;
+    if (!answer.isDone && !model) text += "\n\n" + textOf(Text::kNoModel);
     showBox(SV::String(commands[index]), text);
 }
 
 // Shows, beside the model, its part that was changed from a day on.
 void HostFrame::filterActive() {
     const std::shared_ptr<const Model> model = activeModel();
-    const std::string last = model ? timesOf(model->graph).lastChange : std::string();
-    if (last.empty()) return showBox(Text::kProblemsTitle, textOf(Text::kNothingToFilter));
+    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNoModel));
+    const std::string last = timesOf(model->graph).lastChange;
+    if (last.empty()) {
+        return showBox(Text::kProblemsTitle, filled(Text::kNothingToFilter, model->path));
+    }
     FilterDialog dialog(this, dayOf(last));
     if (dialog.Execute() != FilterDialog::kOk || !dialog.isFiltered()) return;
     const SV::Date since = dialog.since();
@@ -125,6 +148,7 @@ void HostFrame::filterActive() {
         const std::string changed = changeOf(part->graph, node);
         return !changed.empty() && dayOf(changed) >= since;
     });
+    part->picture.reset();  // was that of the whole
     const SV::String title = filled(Text::kChangedSince, shownDay(since));
     part->path += std::string(" - ") + title.c_str();
     part->name += "_since_" + std::string(ZelDate::GetFormatedDate(since, "yyyy-mm-dd").c_str());

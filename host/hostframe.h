@@ -24,6 +24,7 @@ public:
         kCascade,
         kAbout,
         kFilter,
+        kStop,                // the work of the moment or, without any, the filter
         kOpenExported = 200,  // the first of the exported files; the others follow
         kFirstPlugin = 1000,  // one for each command of the plug-ins
     };
@@ -31,12 +32,15 @@ public:
     explicit HostFrame(HostApplication& application);
 
     void show(std::shared_ptr<const Model> model);
-    void showProgress(const std::string& name, int percent);
+    void showProgress(const SV::String& text);
     void updateTitle();
     std::shared_ptr<const Model> activeModel() const;  // null without one
 
 private:
     void Command(int id) override;
+    std::intptr_t handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
+    ModelWindow* activeWindow() const;  // null without one
+    void stop();
     void buildMenu();
     void openFile();
     void exportActive();

@@ -19,9 +19,10 @@ bool hasOption(int argc, char** argv, const char* name) {
 }
 
 // A program with windows has no standard streams unless somebody redirected them. Started from a
-// console it writes there, unless it opens a console of its own.
+// console it writes there, unless it opens a console of its own; and hears of its Ctrl+C.
 void useConsoleOfParent() {
-    if (::GetStdHandle(STD_ERROR_HANDLE) || !::AttachConsole(ATTACH_PARENT_PROCESS)) return;
+    const bool isRedirected = ::GetStdHandle(STD_ERROR_HANDLE) != nullptr;
+    if (!::AttachConsole(ATTACH_PARENT_PROCESS) || isRedirected) return;
     std::freopen("CONOUT$", "w", stdout);
     std::freopen("CONOUT$", "w", stderr);
 }

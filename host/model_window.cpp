@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <new>
 
+#include "hostkeys.h"
 #include "model_events.h"
 #include "paths.h"
 #include "picture.h"
-#include "sv/gdi.h"
 #include "texts.h"
 #include "time_texts.h"
+#include "zbasic/zgui.h"
 
 #include <windows.h>
 
@@ -16,9 +17,6 @@ namespace zelhost {
 
 namespace {
 
-constexpr int kTimesHeight = 22;  // of the line below the picture
-constexpr int kTimesFontHeight = 14;
-constexpr int kTimesMargin = 8;
 constexpr UINT_PTR kFilterTimer = 1;
 constexpr UINT kTypingPauseMs = 100;  // large pictures take their time
 
@@ -30,19 +28,30 @@ SV::Size fittingSize(SV::Size picture, SV::Size window) {
             std::max(1, static_cast<int>(picture.height * scale))};
 }
 
+// In the size that the letters of the screen have.
+std::shared_ptr<const SV::Image> drawnForScreen(const Graph& graph) {
+    return std::make_shared<const SV::Image>(drawPicture(graph, Zel_GetSystemDPIScaleY()));
+}
+
+std::shared_ptr<const SV::Image> pictureOf(const Model& model) {
+    const bool isLarger = isReadable(model.graph) && Zel_GetSystemDPIScaleY() != 1;
+    return model.picture && !isLarger ? model.picture : drawnForScreen(model.graph);
+}
+
 }  // namespace
 
 ModelWindow::ModelWindow(SV::MDIFrame& frame, std::shared_ptr<const Model> model)
     : SV::MDIChild(frame, SV::String(fileNameOf(model->path))),
       m_model(std::move(model)),
       m_times(timesOf(m_model->graph)),
-      m_filterBar(GetHandle()),
+      m_filterBar(*this),
       m_shownNodes(m_model->graph.nodes.size()),
-      m_picture(drawPicture(m_model->graph)) {
+      m_picture(pictureOf(*m_model)) {
     // What this window paints must not cover the field.
     ::SetWindowLongPtrA(GetHandle(), GWL_STYLE,
                         ::GetWindowLongPtrA(GetHandle(), GWL_STYLE) | WS_CLIPCHILDREN);
     languageChanged();
+    m_filterBar.focus();  // the window had the focus before there was a field
     ModelEvent(ZelEvent_AfterCreateModelWindow, SV::String(m_model->name), m_model->graph)
         .trigger();
     Invalidate();
@@ -59,6 +68,8 @@ void ModelWindow::languageChanged() {
     Invalidate();  // the line with the times is painted
 }
 
+void ModelWindow::clearFilter() { m_filterBar.clear(); }
+
 void ModelWindow::Resized(SV::Size client) { m_filterBar.layOut(client.width); }
 
 std::intptr_t ModelWindow::handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) {
@@ -73,6 +84,7 @@ std::intptr_t ModelWindow::handle(unsigned message, std::uintptr_t wParam, std::
         applyFilter();
         return 0;
     }
+    if (message == WM_KEYDOWN && carryOutKey(*this, wParam)) return 0;
     const std::intptr_t result = SV::MDIChild::handle(message, wParam, lParam);
     if (message == WM_SETFOCUS) m_filterBar.focus();
     return result;
@@ -91,10 +103,10 @@ void ModelWindow::showFiltered(const CaptionFilter& filter) {
         Graph graph = m_model->graph;
         filter.apply(graph);
         m_shownNodes = graph.nodes.size();
-        m_picture = drawPicture(graph);
+        m_picture = drawnForScreen(graph);
     } catch (const std::bad_alloc&) {  // of the copy
         m_shownNodes = 0;
-        m_picture = SV::Image();
+        m_picture.reset();
     }
     m_fitted = SV::Image();
     Invalidate();
@@ -110,10 +122,10 @@ void ModelWindow::showOutcome() {
 
 // Scaled once a size: the system's own scaling loses thin lines.
 void ModelWindow::fit(SV::Size client) {
-    const SV::Size size = fittingSize(m_picture.GetSize(), client);
+    const SV::Size size = fittingSize(m_picture->GetSize(), client);
     if (m_fitted.GetSize() == size) return;
-    m_fitted = m_picture;
-    if (!(size == m_picture.GetSize())) m_fitted.Rescale(size);
+    m_fitted = *m_picture;
+    if (!(size == m_picture->GetSize())) m_fitted.Rescale(size);
 }
 
 void ModelWindow::Paint(HDC__* device) {
@@ -125,13 +137,13 @@ void ModelWindow::Paint(HDC__* device) {
     ::FillRect(device, &all, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
     client.height -= top;
     const bool hasTimes = m_times.durations > 0 || !m_times.lastChange.empty();
-    const int timesHeight = hasTimes ? kTimesHeight : 0;
+    const int timesHeight = hasTimes ? m_filterBar.height() : 0;
     paintPicture(device, top, {client.width, client.height - timesHeight});
     if (hasTimes) paintTimes(device, {client.width, top + client.height});
 }
 
 void ModelWindow::paintPicture(HDC__* device, int top, SV::Size area) {
-    if (m_picture.IsEmpty() || area.width < 1 || area.height < 1) return;
+    if (!m_picture || m_picture->IsEmpty() || area.width < 1 || area.height < 1) return;
     fit(area);
     const SV::Size size = m_fitted.GetSize();
     m_fitted.Draw(device, (area.width - size.width) / 2, top + (area.height - size.height) / 2);
@@ -145,13 +157,15 @@ void ModelWindow::paintTimes(HDC__* device, SV::Size client) {
         if (!text.empty()) text += "   ";
         text += filled(Text::kLastChange, shownChange(m_times.lastChange));
     }
-    const SV::Font font("Segoe UI", {0, kTimesFontHeight});
-    const SV::SelectedObject selected(device, font.Create());
-    RECT line = {kTimesMargin, client.height - kTimesHeight, client.width, client.height};
+    const int margin = m_filterBar.margin();
+    RECT line = {margin, client.height - m_filterBar.height(), client.width - margin,
+                 client.height};
+    const HGDIOBJ previous = ::SelectObject(device, m_filterBar.font());
     ::SetBkMode(device, TRANSPARENT);
     ::SetTextColor(device, RGB(60, 60, 60));
     ::DrawTextA(device, text.c_str(), static_cast<int>(text.size()), &line,
                 DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    ::SelectObject(device, previous);
 }
 
 }  // namespace zelhost

@@ -19,6 +19,7 @@ struct Model {
     std::string path;  // as given
     std::string name;  // of its exports
     Graph graph;
+    std::shared_ptr<const SV::Image> picture;  // null: not drawn yet
 };
 
 // The picture of a model, with a field above it that filters the nodes: of the picture only, what
@@ -30,6 +31,7 @@ public:
 
     const std::shared_ptr<const Model>& model() const { return m_model; }
     void languageChanged();
+    void clearFilter();
 
 private:
     void Paint(HDC__* device) override;
@@ -47,8 +49,8 @@ private:
     FilterBar m_filterBar;
     std::size_t m_shownNodes;
     bool m_isFilterUsable = true;
-    SV::Image m_picture;
-    SV::Image m_fitted;  // in the size last painted
+    std::shared_ptr<const SV::Image> m_picture;  // null when memory ran out
+    SV::Image m_fitted;                          // in the size last painted
 };
 
 }  // namespace zelhost

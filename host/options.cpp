@@ -36,7 +36,8 @@ const char kUsage[] =
     "  -pidfile<file>            write the process id to the file\n"
     "  -plug_log                 write to _plugin_manager.log which plug-ins are taken\n"
     "\n"
-    "Exit status: 0 all done, 1 some model or the command failed, 2 wrong usage.\n";
+    "Exit status: 0 all done, 1 some model or the command failed, 2 wrong usage, 3 stopped by\n"
+    "the user.\n";
 
 namespace {
 

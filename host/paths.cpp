@@ -152,8 +152,11 @@ PendingFile::PendingFile(std::string path)
     if (m_handle == INVALID_HANDLE_VALUE) fail();
 }
 
-PendingFile::~PendingFile() {
+PendingFile::~PendingFile() { close(); }
+
+void PendingFile::close() {
     if (m_handle != INVALID_HANDLE_VALUE) ::CloseHandle(m_handle);
+    m_handle = INVALID_HANDLE_VALUE;
 }
 
 bool PendingFile::write(std::string_view bytes) {
@@ -167,14 +170,15 @@ bool PendingFile::write(std::string_view bytes) {
     return m_problem.empty();
 }
 
-bool PendingFile::commit() {
-    if (!m_problem.empty()) return false;
-    // Flushed first: a file whose name is there before its bytes would be empty after a crash.
+bool PendingFile::complete() {
+    if (!m_problem.empty() || m_handle == INVALID_HANDLE_VALUE) return m_problem.empty();
+    // A file whose name is there before its bytes would be empty after a crash.
     if (!::FlushFileBuffers(m_handle)) return fail();
-    ::CloseHandle(m_handle);
-    m_handle = INVALID_HANDLE_VALUE;
-    return m_temporary.moveTo(m_path) || fail();
+    close();
+    return true;
 }
+
+bool PendingFile::commit() { return complete() && (m_temporary.moveTo(m_path) || fail()); }
 
 bool PendingFile::fail() {
     if (m_problem.empty()) {

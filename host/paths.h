@@ -57,13 +57,17 @@ public:
         return [this](std::string_view bytes) { return write(bytes); };
     }
 
-    // Moves it into place; false when that or any write before has failed.
+    // All is written: false when any of it has failed.
+    bool complete();
+    // Completes it and moves it into place; false when that or anything before has failed.
     bool commit();
+    const std::string& path() const { return m_path; }
     // "file: why it could not be written", once something has failed.
     const std::string& problem() const { return m_problem; }
 
 private:
     bool fail();
+    void close();
 
     const std::string m_path;
     const TemporaryName m_temporary;

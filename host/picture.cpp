@@ -24,6 +24,7 @@ constexpr double kScaledHeight = 1200;
 constexpr int kFontHeight = 13;
 constexpr double kLabelHeight = 11;  // of the font for edges
 constexpr int kReadableFontHeight = 6;
+constexpr std::size_t kMostBytes = 300;  // of a text: nobody reads more of it in a picture
 constexpr double kPaddingX = 10, kPaddingY = 6;
 constexpr double kArrowLength = 9, kArrowHalfWidth = 3.5;
 // GDI draws without smoothing: everything is drawn at twice the size and halved.
@@ -44,6 +45,14 @@ std::wstring wide(std::string_view utf8) {
     return text;
 }
 
+// What is drawn of a text.
+std::wstring shown(std::string_view utf8) {
+    if (utf8.size() <= kMostBytes) return wide(utf8);
+    std::size_t end = kMostBytes;
+    while (end > 0 && (utf8[end] & 0xC0) == 0x80) --end;  // not within a character
+    return wide(utf8.substr(0, end)) + L'\x2026';
+}
+
 HFONT newFont(int height) { return SV::Font("Segoe UI", {0, height}).Create(); }
 
 class CaptionMeasure {
@@ -61,14 +70,15 @@ public:
 private:
     Size exact(std::string_view caption) const {
         RECT area = {};
-        const std::wstring text = wide(caption);
+        const std::wstring text = shown(caption);
         ::DrawTextW(m_device.GetDC(), text.c_str(), static_cast<int>(text.size()), &area,
                     DT_CALCRECT | DT_NOPREFIX);
         return {static_cast<double>(area.right), std::max<double>(area.bottom, kFontHeight)};
     }
     static Size estimate(std::string_view caption) {
         constexpr double kAverageWidth = 0.55 * kFontHeight;
-        return {kAverageWidth * static_cast<double>(caption.size()), kFontHeight};
+        return {kAverageWidth * static_cast<double>(std::min(caption.size(), kMostBytes)),
+                kFontHeight};
     }
 
     const bool m_isExact;
@@ -76,11 +86,10 @@ private:
     SV::SelectedObject m_font;
 };
 
-double scaleOf(Size size, std::size_t nodeCount) {
-    const bool isReadable = nodeCount <= kReadableNodes;
-    const double width = isReadable ? kLargestSide : kScaledWidth;
-    const double height = isReadable ? kLargestSide : kScaledHeight;
-    return std::min({1.0, width / size.width, height / size.height});
+double scaleOf(Size size, bool canBeRead, double zoom) {
+    const double width = canBeRead ? kLargestSide : kScaledWidth;
+    const double height = canBeRead ? kLargestSide : kScaledHeight;
+    return std::min({canBeRead ? zoom : 1.0, width / size.width, height / size.height});
 }
 
 // Each pixel the average of four.
@@ -103,10 +112,11 @@ SV::Image halved(const SV::VirtualDevice& image) {
 
 class Drawing {
 public:
-    Drawing(const Graph& graph, const Layout& layout, double scale)
+    Drawing(const Graph& graph, const Layout& layout, double scale, const std::stop_token& stop)
         : m_graph(graph),
           m_layout(layout),
           m_scale(scale * kOversampling),
+          m_stop(stop),
           m_device({scaled(layout.size.width), scaled(layout.size.height)}) {}
 
     SV::Image draw() {
@@ -122,6 +132,7 @@ public:
     }
 
 private:
+    bool goesOn() const { return !m_stop.stop_requested(); }
     // Even, so that halving leaves nothing over.
     int scaled(double length) const {
         return kOversampling *
@@ -144,7 +155,7 @@ private:
         const SV::SelectedObject brush(dc, ::CreateSolidBrush(kEdgeColor.GetRef()));
         const bool withHeads = m_graph.isDirected();
         std::vector<POINT> points;
-        for (std::size_t i = 0; i < m_layout.lines.size(); ++i) {
+        for (std::size_t i = 0; i < m_layout.lines.size() && goesOn(); ++i) {
             const std::span<const Point> line = m_layout.lines[i];
             points.clear();
             for (const Point& point : line) points.push_back(at(point));
@@ -173,6 +184,7 @@ private:
         const SV::SelectedObject brush(dc, ::CreateSolidBrush(kFillColor.GetRef()));
         const int round = at(8);
         for (const Box& box : m_layout.boxes) {
+            if (!goesOn()) break;
             ::RoundRect(dc, at(box.left()), at(box.top()), at(box.right()), at(box.bottom()), round,
                         round);
         }
@@ -185,8 +197,8 @@ private:
         ::SetBkColor(dc, kPaper.GetRef());
         ::SetTextColor(dc, kLabelColor.GetRef());
         ::SetTextAlign(dc, TA_CENTER | TA_TOP);
-        for (std::size_t i = 0; i < m_layout.lines.size(); ++i) {
-            const std::wstring label = wide(m_graph.label(m_graph.edges[i]));
+        for (std::size_t i = 0; i < m_layout.lines.size() && goesOn(); ++i) {
+            const std::wstring label = shown(m_graph.label(m_graph.edges[i]));
             const Point middle = labelPlace(m_layout.lines[i]);
             ::TextOutW(dc, at(middle.x), at(middle.y - kLabelHeight / 2), label.c_str(),
                        static_cast<int>(label.size()));
@@ -199,8 +211,8 @@ private:
         const SV::SelectedObject font(dc, newFont(fontHeight));
         ::SetBkMode(dc, TRANSPARENT);
         ::SetTextColor(dc, kTextColor.GetRef());
-        for (std::size_t i = 0; i < m_layout.boxes.size(); ++i) {
-            drawCaption(m_layout.boxes[i], wide(m_graph.caption(m_graph.nodes[i])));
+        for (std::size_t i = 0; i < m_layout.boxes.size() && goesOn(); ++i) {
+            drawCaption(m_layout.boxes[i], shown(m_graph.caption(m_graph.nodes[i])));
         }
     }
 
@@ -217,16 +229,19 @@ private:
     const Graph& m_graph;
     const Layout& m_layout;
     const double m_scale;  // pixels of the device for a unit of the layout
+    const std::stop_token& m_stop;
     SV::VirtualDevice m_device;
 };
 
 }  // namespace
 
-SV::Image drawPicture(const Graph& graph) {
+bool isReadable(const Graph& graph) { return graph.nodes.size() <= kReadableNodes; }
+
+SV::Image drawPicture(const Graph& graph, double zoom, const std::stop_token& stop) {
     const CaptionMeasure measure(graph.nodes.size());
     const Layout layout = layOut(graph, std::cref(measure));
-    const double scale = scaleOf(layout.size, graph.nodes.size());
-    return Drawing(graph, layout, scale).draw();
+    const double scale = scaleOf(layout.size, isReadable(graph), zoom);
+    return Drawing(graph, layout, scale, stop).draw();
 }
 
 }  // namespace zelhost

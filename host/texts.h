@@ -25,14 +25,14 @@ enum class Text : std::uint32_t {
     kOpenTitle,
     kOpenFilter,  // "description|pattern|description|pattern"
     kProblemsTitle,
-    kExportedTo,  // "%s" is the directory
-    kNothingToExport,
+    kExportedTo,  // the first "%s" is the model, the second the directory
+    kNoModel,
     kMenuOpenExported,
     kNotExported,  // "%s" is the file
     kMenuPlugins,
     kCommandFailed,  // "%s" is the command; what it says for itself follows
     kMenuFilter,
-    kNothingToFilter,
+    kNothingToFilter,  // "%s" is the model
     kYear,
     kYears,
     kDay,
@@ -44,6 +44,15 @@ enum class Text : std::uint32_t {
     kFilterLabel,
     kFilterCount,  // the first "%s" is the number of nodes that are shown, the second of all
     kFilterUnusable,
+    kReading,  // the first "%s" is the file, the second how far it is
+    kDrawing,  // "%s" is the file
+    kWriting,  // "%s" is the file
+    kAdviceModel,
+    kAdviceRemarks,
+    kAdviceExport,
+    kAdviceVeto,
+    kAdviceCommand,
+    kAdviceAfter,
 };
 
 // In the language of the user interface.

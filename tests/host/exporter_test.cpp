@@ -9,6 +9,7 @@
 #include "host/graph_text.h"
 #include "host/host_program.h"
 #include "paths.h"
+#include "picture.h"
 #include "support/child.h"
 #include "support/temp_dir.h"
 #include "zbasic/zevent.h"
@@ -76,11 +77,39 @@ TEST(Exporter, ListsTheFilesUpToTheFirstProblem) {
     const TempDir dir;
     std::filesystem::create_directory(dir.path("m.nodes.csv"));
     const zelhost::ExportResult result =
-        zelhost::exportModel(graphOf(kSmallModel), dir.root().string(), "m");
+        zelhost::exportModel(graphOf(kSmallModel), nullptr, dir.root().string(), "m",
+                             [](const std::string&) { return true; });
     EXPECT_EQ(result.files, (std::vector<std::string>{dir.path("m.gml"), dir.path("m.graphml")}));
     EXPECT_EQ(result.problem.find(dir.path("m.nodes.csv: cannot be written: ")), 0u)
         << result.problem;
     EXPECT_EQ(filesIn(dir.root().string()), (std::vector<std::string>{"m.gml", "m.graphml"}));
+}
+
+TEST(Exporter, LeavesNothingOfAnExportThatIsStopped) {
+    for (const std::string at : {"m.gml", "m.edges.csv", "m.png"}) {
+        SCOPED_TRACE(at);
+        const TempDir dir;
+        const std::string old = dir.write("m.gml", "old");
+        const zelhost::ExportResult result =
+            zelhost::exportModel(graphOf(kSmallModel), nullptr, dir.root().string(), "m",
+                                 [&](const std::string& file) { return file != at; });
+        EXPECT_TRUE(result.isCancelled);
+        EXPECT_EQ(result.problem, "");
+        EXPECT_EQ(filesIn(dir.root().string()), std::vector<std::string>{"m.gml"});
+        EXPECT_EQ(readFile(old), "old");
+    }
+}
+
+TEST(Picture, ShowsTheBeginningOfLongCaptions) {
+    const auto sizeOf = [](std::size_t length) {
+        const std::string text(length, 'x');
+        const zelhost::Graph graph =
+            graphOf("graph [ node [ id 1 label \"" + text +
+                    "\" ] node [ id 2 ]\n edge [ source 1 target 2 label\n\"" + text + "\" ] ]");
+        return zelhost::drawPicture(graph).GetSize();
+    };
+    EXPECT_LT(sizeOf(100).width, sizeOf(400).width);
+    EXPECT_EQ(sizeOf(400), sizeOf(8000));
 }
 
 TEST(Paths, AreTakenApart) {

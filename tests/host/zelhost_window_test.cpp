@@ -16,6 +16,7 @@
 #include "support/box_watcher.h"
 #include "support/child.h"
 #include "support/temp_dir.h"
+#include "user_break.h"
 
 #include <windows.h>
 
@@ -69,8 +70,17 @@ std::string menuText(HMENU menu) {
     return text;
 }
 
+// On a console of this process alone; returns when it has been heard of.
+void pressControlC() {
+    ::FreeConsole();
+    ::AllocConsole();
+    ::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
+    for (int i = 0; i < 500 && !zelhost::isBreakWanted(); ++i) ::Sleep(10);
+}
+
 // Prints the events, objects to saving the model "forbidden", closes the window on opening the
-// model "last", and acts once the models are there.
+// model "last", presses Escape while the model "stopped" is saved, Ctrl+C on opening the model
+// "interrupted", and acts once the models are there.
 class Listener : public ZelEventListener {
 public:
     using Action = void (*)(HWND frame);
@@ -99,6 +109,12 @@ private:
         if (isForbidden && event->getEventType() == ZelEvent_BeforeSaveModel) {
             event->setResultValue(1);
         }
+        const bool isStopped = of->GetName() == "stopped";
+        if (isStopped && event->getEventType() == ZelEvent_BeforeSaveModel) {
+            ::PostMessageA(::GetFocus(), WM_KEYDOWN, VK_ESCAPE, 0);
+        }
+        const bool isInterrupted = of->GetName() == "interrupted";
+        if (isInterrupted && event->getEventType() == ZelEvent_OpenModel) pressControlC();
         const bool isLast = of->GetName() == "last";
         if (isLast && event->getEventType() == ZelEvent_OpenModel) {
             SV::Application::GetAppWindow()->Close();
@@ -144,15 +160,16 @@ TEST(ZelhostWindow, MenusFollowTheLanguageAtOnce) {
     EXPECT_EQ(result.exitCode, 0u);
     EXPECT_EQ(result.err, "");
     const std::string english =
-        "&File(&Open...|&Export|Open exported &file(*.gml|*.graphml|*.nodes.csv|*.edges.csv|*.png)"
-        "|--|E&xit)|&View(&English*|&German|--|&Filter by date...|--|&Tile "
-        "windows|&Cascade windows|--|&1 m.gml*)|&Plug-ins(figures)|&Help(&About zelhost)\n";
+        "&File(&Open...\tCtrl+O|&Export\tCtrl+E|Open exported "
+        "&file(*.gml|*.graphml|*.nodes.csv|*.edges.csv|*.png)"
+        "|--|E&xit)|&View(&English*|&German|--|&Filter by date...\tCtrl+D|--|&Tile "
+        "windows|&Cascade windows|--|&1 m.gml*)|&Plug-ins(figures)|&Help(&About zelhost\tF1)\n";
     const std::string german =
-        "&Datei(\xD6&ffnen...|&Exportieren|Exportierte &Datei \xF6"
+        "&Datei(\xD6&ffnen...\tStrg+O|&Exportieren\tStrg+E|Exportierte &Datei \xF6"
         "ffnen(*.gml|*.graphml|*.nodes.csv|*.edges.csv|*.png)|--|&Beenden)|&Ansicht(&Englisch|&"
-        "Deutsch*|--|Nach Datum &filtern...|--|"
+        "Deutsch*|--|Nach Datum &filtern...\tStrg+D|--|"
         "&Nebeneinander|\xDC&berlappend|--|&1 m.gml*)|&Zusatzmodule(figures)|&Hilfe(&\xDC"
-        "ber zelhost)\n";
+        "ber zelhost\tF1)\n";
     const std::string start = "AfterAppInitialized\n";
     const std::size_t place = result.out.find(start);
     ASSERT_NE(place, std::string::npos) << result.out;
@@ -238,6 +255,13 @@ TEST(ZelhostWindow, FiltersThePictureWhileOneTypes) {
     EXPECT_NE(nodes.find("2;ab;ab"), std::string::npos) << nodes;
 }
 
+// Large enough for its export to take a while.
+std::string largeModel() {
+    std::string gml = "graph [\n";
+    for (int i = 0; i < 20000; ++i) gml += "node [ id " + std::to_string(i) + " ]\n";
+    return gml + "]\n";
+}
+
 CHILD_MAIN(hostEvents) {
     return runHostHere(argc, argv, [](HWND frame) { command(frame, HostFrame::kExit); });
 }
@@ -268,11 +292,25 @@ TEST(ZelhostWindow, TellsListenersAndHeedsTheirVeto) {
          {}},
         {"the window is closed before the second model",
          {"last.gml", "m.gml"},
-         1,
-         "OpenModel last\nBeforeSaveModel last\nSaveModel last\n"
+         3,
+         "OpenModel last\nBeforeSaveModel last\n"
          "AppInitialized\nAfterAppInitialized\nAppExit\n",
-         "",
-         exportsOf("last")},
+         "last.gml: stopped by the user\n",
+         {}},
+        {"Escape while the first model is exported",
+         {"stopped.gml", "m.gml"},
+         3,
+         "OpenModel stopped\nAfterCreateModelWindow stopped\nBeforeSaveModel stopped\n"
+         "AppInitialized\nAfterAppInitialized\nAfterDiscardModelWindow stopped\nAppExit\n",
+         "stopped.gml: stopped by the user\n",
+         {}},
+        {"Ctrl+C before the first model is exported",
+         {"interrupted.gml", "m.gml"},
+         3,
+         "OpenModel interrupted\nAfterCreateModelWindow interrupted\nBeforeSaveModel interrupted\n"
+         "AppInitialized\nAfterAppInitialized\nAfterDiscardModelWindow interrupted\nAppExit\n",
+         "interrupted.gml: stopped by the user\n",
+         {}},
     };
     for (const auto& [why, models, exitCode, events, err, files] : cases) {
         SCOPED_TRACE(why);
@@ -281,7 +319,7 @@ TEST(ZelhostWindow, TellsListenersAndHeedsTheirVeto) {
         options.directory = dir.root().string();
         std::vector<std::string> arguments = {"-oout", "-no_dialogs"};
         for (const std::string& model : models) {
-            dir.write(model, kSmallModel);
+            dir.write(model, model == "stopped.gml" ? largeModel() : kSmallModel);
             arguments.push_back(model);
         }
         std::filesystem::create_directory(dir.path("out"));
@@ -289,7 +327,8 @@ TEST(ZelhostWindow, TellsListenersAndHeedsTheirVeto) {
         EXPECT_EQ(result.exitCode, exitCode);
         const std::regex summaryLine("(  .*|.* nodes, .*)\n");
         EXPECT_EQ(std::regex_replace(result.out, summaryLine, ""), events);
-        EXPECT_EQ(result.err, err);
+        const std::regex progressLine("\r[^\n]*\n");
+        EXPECT_EQ(std::regex_replace(result.err, progressLine, ""), err);
         EXPECT_EQ(filesIn(dir.path("out")), files);
     }
 }
@@ -324,7 +363,12 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
 
     const SeenBox problems = watcher.waitFor(1)[0];
     EXPECT_EQ(problems.caption, "zelhost: Probleme");
-    EXPECT_EQ(problems.text, "bad.gml: the file is empty\n");
+    EXPECT_EQ(
+        problems.text,
+        "bad.gml: the file is empty\n\nBerichtigen Sie die Datei an der genannten Stelle, und "
+        "\xF6"
+        "ffnen Sie sie erneut (Datei > \xD6"
+        "ffnen).");
     EXPECT_EQ(textOf(frame), "zelhost");
     std::vector<std::string> titles;
     for (const HWND child : childrenOf(frame)) titles.push_back(textOf(child));
@@ -347,7 +391,7 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
     post(frame, HostFrame::kExport);
     const SeenBox exported = watcher.waitFor(4)[3];
     EXPECT_EQ(exported.caption, "Export");  // without the access key of the menu
-    EXPECT_EQ(exported.text, "The files were written to\n" + dir.path("out"));
+    EXPECT_EQ(exported.text, "The files of the model \"n\" were written to\n" + dir.path("out"));
     EXPECT_TRUE(std::filesystem::exists(dir.path("out\\n.png")));
 
     post(frame, HostFrame::kFirstPlugin);
@@ -357,7 +401,8 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
     for (const HWND child : childrenOf(frame)) ::SendMessageA(child, WM_CLOSE, 0, 0);
     post(frame, HostFrame::kFirstPlugin);
     EXPECT_EQ(watcher.waitFor(6)[5].text,
-              "The command \"figures\" failed.\nthere is no such model");
+              "The command \"figures\" failed.\nthere is no such model\n\n"
+              "No model is open.\nOpen one first (File > Open).");
 
     ::PostMessageA(frame, WM_CLOSE, 0, 0);
     const ChildResult result = program.wait();
@@ -380,7 +425,10 @@ TEST(ZelhostWindow, ShowsTheNodesOfTheLastDays) {
     const std::string remark =
         "m.gml(2): a duration must be like \"00:001:02:03:04\" (years, days, hours, minutes, "
         "seconds): \"x\"\n";
-    EXPECT_EQ(watcher.waitFor(1)[0].text, remark);
+    EXPECT_EQ(watcher.waitFor(1)[0].text,
+              remark +
+                  "\nThe model is open all the same; correct the file if these times are to "
+                  "count.");
     post(frame, HostFrame::kFilter);
     const SeenBox dialog = watcher.waitFor(2)[1];
     EXPECT_EQ(dialog.caption, "Filter by date");
@@ -469,8 +517,9 @@ TEST(ZelhostWindow, OpensExportedFilesByTheShell) {
     std::filesystem::remove(dir.path("out\\m.png"));
     post(frame, HostFrame::kOpenExported + 4);
     const SeenBox missing = watcher.waitFor(1)[0];
-    EXPECT_EQ(missing.text,
-              "The model has not been exported yet; there is no file\n" + dir.path("out\\m.png"));
+    EXPECT_EQ(missing.text, "The model has not been exported yet; there is no file\n" +
+                                dir.path("out\\m.png") +
+                                "\n\nExport the model first (File > Export).");
     EXPECT_EQ(readFile(note), dir.path("out\\m.graphml"));
     ::PostMessageA(frame, WM_CLOSE, 0, 0);
     EXPECT_EQ(program.wait().exitCode, 0u);

@@ -1,0 +1,48 @@
+// Tells how far work on a model is, and whether it is still wanted.
+
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "stopwatch.h"
+#include "sv/string.h"
+
+namespace zelhost {
+
+class HostApplication;
+class HostFrame;
+
+// Once the work takes long it is told on standard error and in the frame's title. The program is
+// busy as long as this lives.
+//
+// The operations say what goes on now. They handle the messages of windows, and answer false when
+// the user wants the work to end.
+class WorkProgress {
+public:
+    // `name` is that of the model; `frame` is null without windows.
+    WorkProgress(HostApplication& application, HostFrame* frame, std::string name);
+    WorkProgress(const WorkProgress&) = delete;
+    WorkProgress& operator=(const WorkProgress&) = delete;
+    ~WorkProgress();
+
+    bool reading(double percent);
+    bool drawing();
+    bool writing(const std::string& file);
+
+private:
+    using Title = std::function<SV::String()>;  // asked for with windows only: others have no texts
+
+    bool isLookDue();  // only now and then: messages and texts take time themselves
+    bool goOn(const std::string& english, const Title& title);
+    void show(const std::string& english, const Title& title);
+
+    HostApplication& m_application;
+    HostFrame* const m_frame;
+    const std::string m_name;
+    const Clock::time_point m_start = Clock::now();
+    Clock::time_point m_lastLook = m_start;
+    std::string m_shown;  // on standard error
+};
+
+}  // namespace zelhost
