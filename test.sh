@@ -22,5 +22,6 @@ step "Running their tests" ctest --test-dir build/native-debug --output-on-failu
 step "Building them with the thread sanitizer" scripts/build.sh native-threads
 step "Running the tests of threads" ctest --test-dir build/native-threads --output-on-failure
 step "Checking layout and code" scripts/lint.sh
+step "Making the documentation of the interface" scripts/apidocs.sh
 grep -E 'tests passed|tests failed' "$results"
 echo "All checks passed in $((SECONDS - started)) s."
