@@ -1,16 +1,21 @@
 #include "diag/logfile.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include <fcntl.h>
 #include <io.h>
-#include <share.h>
-#include <sys/stat.h>
+
+#include <windows.h>
+
+#include "diag/winowner.h"
 
 namespace {
 
 struct Opening {
+    DWORD access;
+    DWORD disposition;
     int flags;
     const char* mode;
 };
@@ -18,22 +23,28 @@ struct Opening {
 Opening openingOf(LogFileMode mode) {
     switch (mode) {
         case LogFileMode::kRead:
-            return {_O_RDONLY, "rb"};
+            return {GENERIC_READ, OPEN_EXISTING, _O_RDONLY, "rb"};
         case LogFileMode::kAppend:
-            return {_O_WRONLY | _O_CREAT | _O_APPEND, "ab"};
+            // Without the right to write elsewhere the system itself puts each piece at the end.
+            return {FILE_GENERIC_WRITE & ~DWORD{FILE_WRITE_DATA}, OPEN_ALWAYS,
+                    _O_WRONLY | _O_APPEND, "ab"};
         case LogFileMode::kEmpty:
             break;
     }
-    return {_O_WRONLY | _O_CREAT | _O_TRUNC, "wb"};
+    return {GENERIC_WRITE, CREATE_ALWAYS, _O_WRONLY, "wb"};
 }
 
 }  // namespace
 
 std::FILE* openLogFile(const char* path, LogFileMode mode) {
     const Opening opening = openingOf(mode);
-    const int file =
-        ::_sopen(path, opening.flags | _O_BINARY | _O_NOINHERIT, _SH_DENYNO, _S_IREAD | _S_IWRITE);
+    WinFile handle(::CreateFileA(path, opening.access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                 opening.disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!handle) return nullptr;
+    const int file = ::_open_osfhandle(reinterpret_cast<std::intptr_t>(handle.get()),
+                                       opening.flags | _O_BINARY | _O_NOINHERIT);
     if (file < 0) return nullptr;
+    static_cast<void>(handle.release());
     std::FILE* const stream = ::_fdopen(file, opening.mode);
     if (!stream) ::_close(file);
     return stream;
@@ -47,4 +58,13 @@ bool writeLogText(std::FILE* file, std::string_view text) {
         bytes += c;
     }
     return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+}
+
+void writeLogBytes(std::FILE* file, std::string_view bytes) {
+    const auto handle = reinterpret_cast<HANDLE>(::_get_osfhandle(::_fileno(file)));
+    DWORD written = 0;
+    ::WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    // What is left is tried once more by the stream, which remembers when it fails, too.
+    bytes.remove_prefix(written);
+    if (!bytes.empty()) std::fwrite(bytes.data(), 1, bytes.size(), file);
 }

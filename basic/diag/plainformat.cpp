@@ -48,10 +48,12 @@ bool addCharacter(Formatter& out, int number) {
 
 std::optional<std::size_t> formatPlain(std::span<char> out, const char* format, std::va_list args) {
     Formatter result(out);
+    const char* const formatEnd = format + std::strlen(format);
     while (true) {
-        const std::size_t size = std::strcspn(format, "%");
-        bool isDone = result.add({format, size});
-        format += size;
+        const std::string_view rest(format, static_cast<std::size_t>(formatEnd - format));
+        const std::string_view text = rest.substr(0, rest.find('%'));
+        bool isDone = result.add(text);
+        format += text.size();
         if (isDone && *format == '\0') return static_cast<std::size_t>(result.place() - out.data());
         ++format;
         if (!isDone) return std::nullopt;

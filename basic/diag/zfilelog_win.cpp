@@ -115,7 +115,7 @@ bool ZelBasicFileLogger::write(const void* data, std::size_t n) {
 
 bool ZelBasicFileLogger::flush() {
     if (!m_file) return false;
-    std::fflush(m_file.get());
+    if (!m_flushAfterWrite) std::fflush(m_file.get());  // else there is nothing that waits
     return !std::ferror(m_file.get());
 }
 
@@ -158,7 +158,12 @@ void ZelBasicFileLogger::writeEntry(Caller caller, const char* format, char* arg
     if (size && !std::memchr(room.data(), '\n', *size)) {
         const std::size_t end = m_timeStamped ? kLineEnd.size() : 0;
         std::memcpy(room.data() + *size, kLineEnd.data(), end);
-        std::fwrite(entry, 1, start + *size + end, m_file.get());
+        const std::string_view bytes(entry, start + *size + end);
+        if (m_flushAfterWrite) {
+            writeLogBytes(m_file.get(), bytes);
+        } else {
+            std::fwrite(bytes.data(), 1, bytes.size(), m_file.get());
+        }
         return;
     }
     std::string text(entry, start + size.value_or(0));
