@@ -15,15 +15,15 @@ namespace {
 
 int g_refused = 0;  // openings for writing that are still to fail
 
-HANDLE WINAPI openUnlessRefused(const wchar_t* name, DWORD access, DWORD sharing,
+HANDLE WINAPI openUnlessRefused(const char* name, DWORD access, DWORD sharing,
                                 SECURITY_ATTRIBUTES* security, DWORD how, DWORD flags,
                                 HANDLE like) {
-    if (access & GENERIC_WRITE && g_refused > 0) {
+    if ((access & (GENERIC_WRITE | FILE_APPEND_DATA)) && g_refused > 0) {
         --g_refused;
         ::SetLastError(ERROR_ACCESS_DENIED);
         return INVALID_HANDLE_VALUE;
     }
-    return ::CreateFileW(name, access, sharing, security, how, flags, like);
+    return ::CreateFileA(name, access, sharing, security, how, flags, like);
 }
 
 struct NoticeCase {
@@ -42,7 +42,7 @@ const NoticeCase kNotices[] = {
 }  // namespace
 
 TEST(LogNotice, IsReportedWhenItCannotBeWritten) {
-    const ImportPatch patch("msvcrt.dll", "CreateFileW",
+    const ImportPatch patch("zbasic18.dll", "CreateFileA",
                             reinterpret_cast<void*>(&openUnlessRefused));
     for (const auto& [why, refused, expected, lines] : kNotices) {
         SCOPED_TRACE(why);
