@@ -13,12 +13,12 @@
 
 namespace {
 
-int g_refused = 0;  // openings for writing that are still to fail
+int g_refused = 0;  // openings for appending that are still to fail
 
 HANDLE WINAPI openUnlessRefused(const char* name, DWORD access, DWORD sharing,
                                 SECURITY_ATTRIBUTES* security, DWORD how, DWORD flags,
                                 HANDLE like) {
-    if ((access & (GENERIC_WRITE | FILE_APPEND_DATA)) && g_refused > 0) {
+    if (access & FILE_APPEND_DATA && g_refused > 0) {
         --g_refused;
         ::SetLastError(ERROR_ACCESS_DENIED);
         return INVALID_HANDLE_VALUE;
