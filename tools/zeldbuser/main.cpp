@@ -9,7 +9,7 @@
 #include "zbasic/zcrypt.h"
 #include "zbasic/zdbuser.h"
 #include "zeldbuser/password.h"
-#include "zelml/files.h"
+#include "common/files.h"
 
 using namespace std::string_view_literals;
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "binary.h"
-#include "files.h"
+#include "common/files.h"
 #include "source.h"
 
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "common/files.h"
 #include "judge.h"
-#include "zelml/files.h"
 
 namespace {
 

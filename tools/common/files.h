@@ -1,4 +1,4 @@
-// Whole files.
+// Whole files and the output, as every tool reads and writes them.
 
 #pragma once
 
