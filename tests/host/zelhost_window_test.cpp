@@ -255,10 +255,10 @@ TEST(ZelhostWindow, FiltersThePictureWhileOneTypes) {
     EXPECT_NE(nodes.find("2;ab;ab"), std::string::npos) << nodes;
 }
 
-// Large enough for its export to take a while.
+// Large enough for its export to take many times as long as the program lets messages wait.
 std::string largeModel() {
     std::string gml = "graph [\n";
-    for (int i = 0; i < 20000; ++i) gml += "node [ id " + std::to_string(i) + " ]\n";
+    for (int i = 0; i < 200000; ++i) gml += "node [ id " + std::to_string(i) + " ]\n";
     return gml + "]\n";
 }
 
