@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <sstream>
@@ -93,6 +94,26 @@ TEST(SvString, AssignsFromAPaddedPlace) {
         }
     }
     EXPECT_EQ(shared, std::string_view(std::string(60, 'o')));
+}
+
+TEST(SvString, LetsItsTextBeMadeInPlace) {
+    const String kOld[] = {"short", String(60, 'o')};
+    for (const String& old : kOld) {
+        for (const std::size_t size : {5u, 23u, 24u, 60u, 100u}) {
+            SCOPED_TRACE(::testing::Message() << old << " " << size);
+            String text(old);
+            const std::size_t kept = std::min(size, old.size());
+            text.resizeAndOverwrite(size, [&](char* out, std::size_t room) {
+                EXPECT_EQ(room, size);
+                EXPECT_EQ(std::string_view(out, kept), std::string_view(old).substr(0, kept));
+                std::fill_n(out, room, 'n');
+                return room - 1;
+            });
+            EXPECT_EQ(text, std::string_view(std::string(size - 1, 'n')));
+            EXPECT_EQ(text.c_str()[size - 1], '\0');
+        }
+    }
+    EXPECT_EQ(kOld[1], std::string_view(std::string(60, 'o')));  // shared with each of them
 }
 
 TEST(SvString, ReplacesInsertsAndErases) {
