@@ -26,7 +26,7 @@ using ExportGoesOn = std::function<bool(const std::string& file)>;
 // Writes <directory>\<name>.gml, .graphml, .nodes.csv, .edges.csv and .png. The directory is
 // made when it is not there. `picture` is that of the graph; null: it is drawn. The files take
 // their places when all of them are complete: until then, and for good when one cannot be written,
-// what was there before stays.
+// what was there before stays. A place that cannot be taken leaves those before it taken.
 ExportResult exportModel(const Graph& graph, const SV::Image* picture, const std::string& directory,
                          const std::string& name, const ExportGoesOn& goOn);
 
