@@ -18,7 +18,7 @@ results=build/cross-release/tests.log
 step "Running the tests under Wine" xvfb-run -a -s "-screen 0 1280x1024x24" \
     ctest --test-dir build/cross-release --output-on-failure -O "$root/$results"
 step "Building the Windows-free sources with sanitizers" scripts/build.sh native-debug
-step "Running their tests" ctest --test-dir build/native-debug --output-on-failure
+step "Running their tests" ctest --test-dir build/native-debug -j "$(nproc)" --output-on-failure
 step "Building them with the thread sanitizer" scripts/build.sh native-threads
 step "Running the tests of threads" ctest --test-dir build/native-threads --output-on-failure
 step "Checking layout and code" scripts/lint.sh

@@ -21,7 +21,7 @@ double Zel_GetSystemDPIScaleY() {
     static const double scale = [] {
         // Without a device context: the first one of a process takes longer than all else at the
         // start of a program without windows. Systems before Windows 10 1607 lack the function.
-        static auto* const ask =
+        auto* const ask =
             SV::SystemFunction<decltype(::GetDpiForSystem)>("user32.dll", "GetDpiForSystem");
         if (ask) return ask() / kBaseDpi;
         const HDC screen = ::GetDC(nullptr);
