@@ -29,6 +29,7 @@ endforeach()
 
 # The package for CMake: made in the build tree, which has the same layout, and installed from there.
 set(here ${CMAKE_BINARY_DIR}/${package})
+configure_file(cmake/zbasic-language.cmake ${here}/zbasic-language.cmake COPYONLY)
 configure_package_config_file(cmake/zbasic-config.cmake.in ${here}/zbasic-config.cmake
     INSTALL_DESTINATION ${package} NO_SET_AND_CHECK_MACRO PATH_VARS runtime_folder)
 write_basic_package_version_file(${here}/zbasic-config-version.cmake COMPATIBILITY SameMinorVersion)
@@ -36,6 +37,7 @@ export(EXPORT zbasic-targets NAMESPACE zbasic:: FILE ${here}/zbasic-targets.cmak
 install(FILES
     ${here}/zbasic-config.cmake
     ${here}/zbasic-config-version.cmake
+    ${here}/zbasic-language.cmake
     cmake/mingw-w64-x86_64.cmake
     DESTINATION ${package})
 install(EXPORT zbasic-targets NAMESPACE zbasic:: DESTINATION ${package})

@@ -1,5 +1,7 @@
 # Helpers that the folders' CMakeLists.txt share.
 
+include(${CMAKE_CURRENT_LIST_DIR}/zbasic-language.cmake)
+
 # Warnings of our own code are errors; other people's headers come in as system headers.
 function(zbasic_our_code target)
     target_compile_options(${target} PRIVATE
@@ -49,23 +51,4 @@ endfunction()
 function(zbasic_program target)
     zbasic_our_code(${target})
     add_dependencies(${target} runtime_dlls)
-endfunction()
-
-# zbasic_language_dll(BASE ID SOURCE): language/ID/BASE18.dll out of a resource source, without any
-# code. An empty ID puts it beside the programs, where it serves languages without a folder.
-function(zbasic_language_dll base id source)
-    set(target ${base}_language_${id})
-    add_library(${target} SHARED ${source})
-    # No entry point; and an import library of its own, as all have the same name.
-    target_link_options(${target} PRIVATE -nostdlib -Wl,-e,0 -s)
-    set(folder ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-    if(id)
-        string(APPEND folder /language/${id})
-    endif()
-    set_target_properties(${target} PROPERTIES
-        LINKER_LANGUAGE C
-        OUTPUT_NAME ${base}18
-        PREFIX ""
-        RUNTIME_OUTPUT_DIRECTORY ${folder}
-        ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${target})
 endfunction()
