@@ -1,12 +1,7 @@
 #!/usr/bin/env bash
 # What others get: builds the example and the plug-in template against the installed library and
 # against the build tree, and runs both. sdk.sh BUILD-FOLDER SOURCE-FOLDER EMULATOR
-set -euo pipefail
-
-build=$1 source=$2 emulator=$3
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-trap 'echo "line $LINENO: $BASH_COMMAND" >&2' ERR
+. "$(dirname "$0")/installed.sh"
 
 # build_against PREFIX TOOLCHAIN PROJECT: in $work/PROJECT.
 build_against() {
@@ -17,11 +12,8 @@ build_against() {
     } >"$work/log" 2>&1 || { cat "$work/log" >&2; return 1; }
 }
 
-# The package moves: it is found where it lies, not where it was made for.
-cmake --install "$build" --prefix "$work/first" >/dev/null
-mv "$work/first" "$work/sdk"
 ours=$source/cmake/mingw-w64-x86_64.cmake
-for tree in "$work/sdk $work/sdk/share/cmake/zbasic/mingw-w64-x86_64.cmake" "$build $ours"; do
+for tree in "$sdk $sdk/share/cmake/zbasic/mingw-w64-x86_64.cmake" "$build $ours"; do
     read -r prefix toolchain <<<"$tree"
     build_against "$prefix" "$toolchain" examples/hello-host
     hello=$work/examples/hello-host/hello-host.exe
@@ -34,7 +26,7 @@ for tree in "$work/sdk $work/sdk/share/cmake/zbasic/mingw-w64-x86_64.cmake" "$bu
 done
 
 # The list of contents names every file with its checksum, and what is linked in with its licence.
-python3 - "$work/sdk" <<'END'
+python3 - "$sdk" <<'END'
 import hashlib, json, pathlib, sys
 
 root = pathlib.Path(sys.argv[1])
@@ -53,26 +45,26 @@ assert licences == parts, licences
 END
 
 # The template's command in the host.
-cp "$work/tools/plugin-template/wordcount.dll" "$work/sdk/bin/plugins/"
-"$emulator" "$work/sdk/bin/zelplugcheck.exe" "$work/sdk/bin/plugins/wordcount.dll" | tail -n 1 |
+cp "$work/tools/plugin-template/wordcount.dll" "$sdk/bin/plugins/"
+"$emulator" "$sdk/bin/zelplugcheck.exe" "$sdk/bin/plugins/wordcount.dll" | tail -n 1 |
     grep -q '^would be taken'
 cd "$work"
 echo 'graph [ ]' >model.gml
-"$emulator" "$work/sdk/bin/zelhost.exe" model '-runwordcount one two  three' -no_windows |
+"$emulator" "$sdk/bin/zelhost.exe" model '-runwordcount one two  three' -no_windows |
     grep -q '^3 words'
 
 # Without CMake: the flags that pkg-config would give name what is there.
-grep -q '^prefix=${pcfiledir}' "$work/sdk/lib/pkgconfig/zbasic.pc"
-x86_64-w64-mingw32-g++-posix -std=c++20 "-I$work/sdk/include" \
-    "$source/examples/hello-host/main.cpp" -o "$work/sdk/bin/plain.exe" \
-    "-L$work/sdk/lib" -lzbasic18 -lsv18
-"$emulator" "$work/sdk/bin/plain.exe" 'a?c' abc | grep -q '^abc'
+grep -q '^prefix=${pcfiledir}' "$sdk/lib/pkgconfig/zbasic.pc"
+x86_64-w64-mingw32-g++-posix -std=c++20 "-I$sdk/include" \
+    "$source/examples/hello-host/main.cpp" -o "$sdk/bin/plain.exe" \
+    "-L$sdk/lib" -lzbasic18 -lsv18
+"$emulator" "$sdk/bin/plain.exe" 'a?c' abc | grep -q '^abc'
 
 # Symbols lie apart, and belong to the file.
 for file in zbasic18.dll sv18.dll zelhost.exe; do
-    [ -s "$work/sdk/bin/.debug/$file.debug" ]
-    x86_64-w64-mingw32-objdump -h "$work/sdk/bin/$file" | grep -q gnu_debuglink
-    if x86_64-w64-mingw32-objdump -h "$work/sdk/bin/$file" | grep '\.debug_info'; then
+    [ -s "$sdk/bin/.debug/$file.debug" ]
+    x86_64-w64-mingw32-objdump -h "$sdk/bin/$file" | grep -q gnu_debuglink
+    if x86_64-w64-mingw32-objdump -h "$sdk/bin/$file" | grep '\.debug_info'; then
         echo "$file still has its symbols" >&2
         exit 1
     fi
