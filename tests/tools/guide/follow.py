@@ -1,9 +1,9 @@
 """Does in the current folder what a guide says: follow.py GUIDE SDK EMULATOR PRESS.
 
 A file name alone on a line, in backticks, says which file the listing below it is, or (```diff)
-changes. ```sh is run; of ```console, what stands behind "$" is, and must print what stands below it.
-Keys that the text since the last one names as "Alt+C, O" are pressed meanwhile, in the program's
-window.
+changes. ```sh is run. For ```console the program is built; what stands behind "$" is run, and must
+print what stands below it. Keys that the text since the last one names as "Alt+C, O" are pressed
+meanwhile, in the program's window.
 """
 
 import os
@@ -37,10 +37,10 @@ def change(name, diff):
 
 
 def run(command):
-    """What it prints, on either stream; it must succeed."""
+    """What it prints; it must succeed. (The other stream is shared with services of Wine.)"""
     command = command.replace("/opt/zbasic", sdk)
     shell = f'wine() {{ timeout {SECONDS} "{emulator}" "$@"; }}\n{command}'
-    done = subprocess.run(["bash", "-c", shell], stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+    done = subprocess.run(["bash", "-c", shell], stdout=subprocess.PIPE,
                           env=dict(os.environ, LC_ALL="C"))
     text = done.stdout.decode("cp1252").replace("\r\n", "\n")
     if done.returncode != 0:
@@ -49,6 +49,7 @@ def run(command):
 
 
 def try_console(body, keys):
+    run("cmake --build build")
     pressing = subprocess.Popen([emulator, press, "tally"] + keys) if keys else None
     for part in re.split(r"^\$ ", body, flags=re.M)[1:]:
         command, _, expected = part.partition("\n")
