@@ -15,7 +15,7 @@ import sys
 FENCE = re.compile(r"(?P<text>.*?)^```(?P<kind>\w+)\n(?P<body>.*?)^```$", re.M | re.S)
 KEYS = re.compile(r"Alt\+([A-Z]),\s+([A-Z])")
 STAMP = re.compile(r"^\d{4}\.\d\d\.\d\d, \d\d:\d\d:\d\d", re.M)
-SECONDS = 120
+SECONDS = 30
 
 guide, sdk, emulator, press = sys.argv[1:]
 
