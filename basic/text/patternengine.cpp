@@ -83,6 +83,11 @@ bool PatternEngine::searchByAutomaton(std::string_view text, Match* match) {
     return true;
 }
 
+void PatternEngine::forget() {
+    m_forward.reset();
+    m_backward.reset();
+}
+
 PcreMatcher* PatternEngine::pcre() {
     if (!m_hasTriedPcre) m_pcre = PcreMatcher::compile(m_pattern);
     m_hasTriedPcre = true;

@@ -44,6 +44,9 @@ public:
         std::size_t* const end = match ? &match->end : nullptr;
         return m_segments->search(text, start, end) ? 0 : REG_NOMATCH;
     }
+    // Drops what is made anew for the next text. To be called when `search` has thrown: memory may
+    // have run out in the midst of it.
+    void forget();
 
 private:
     PatternEngine() = default;

@@ -45,6 +45,7 @@ const char* nameOf(ZelRegExError code) {
     try {
         return engine.search(all, match);
     } catch (const std::bad_alloc&) {
+        engine.forget();
         return REG_ESPACE;
     }
 }
@@ -164,7 +165,11 @@ SV::String ZelRegEx::fmtErrMsg(ZelRegExError code) {
     return message;
 }
 
+// Without memory for the message there is none; the caller has the code.
 void ZelRegEx::displayError(ZelRegExError code) {
-    if (code == REG_ESPACE) return showMatcherError(libraryText(kNoMemoryText));
-    showMatcherError(libraryText(kCannotBeUsedText) + "\n\n" + fmtErrMsg(code));
+    try {
+        if (code == REG_ESPACE) return showMatcherError(libraryText(kNoMemoryText));
+        showMatcherError(libraryText(kCannotBeUsedText) + "\n\n" + fmtErrMsg(code));
+    } catch (const std::bad_alloc&) {
+    }
 }
