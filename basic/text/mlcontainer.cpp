@@ -46,9 +46,11 @@ MlStringTable& ZelLanguageContainer::table(std::uint16_t language) {
     m_index.reset();
     const auto place = std::ranges::lower_bound(m_languages, language, {}, &MlLanguage::id);
     if (place != m_languages.end() && place->id == language) return *place->table;
+    // Known by both or by none, also when there is no memory for one of them.
+    const MlStringTable*& known = m_tables.writable(language);
     MlStringTable& made =
         *m_languages.insert(place, {language, std::make_unique<MlStringTable>()})->table;
-    m_tables.writable(language) = &made;
+    known = &made;
     return made;
 }
 

@@ -26,8 +26,9 @@ public:
     T& writable(std::uint16_t key) {
         std::uint16_t& page = m_pageOf[key / kPageSize];
         if (page == 0) {
-            page = static_cast<std::uint16_t>(m_values.size() / kPageSize);
-            m_values.resize(m_values.size() + kPageSize);
+            const std::size_t size = m_values.size();
+            m_values.resize(size + kPageSize);  // before anybody knows the page: it may throw
+            page = static_cast<std::uint16_t>(size / kPageSize);
         }
         return m_values[page * kPageSize + key % kPageSize];
     }
