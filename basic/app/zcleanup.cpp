@@ -1,7 +1,6 @@
 #include "zbasic/zcleanup.h"
 
 #include <cstdio>
-#include <iterator>
 #include <utility>
 
 ZelCleanUpAction::ZelCleanUpAction() = default;
@@ -25,11 +24,19 @@ ZelCleanUp::ZelCleanUp() {
 
 ZelCleanUp::~ZelCleanUp() { _onExit(nullptr); }
 
+// All memory is taken before anything is changed: the action is ours to delete whatever happens,
+// and a file that is among the actions is found by its name.
 void ZelCleanUp::AddAction(ZelCleanUpAction* action) {
     if (!action) return;
-    m_actions.emplace_back(action);
-    const auto* const file = dynamic_cast<const ZelFileCleanUpAction*>(action);
-    if (file) m_files[file->GetFileName()].push_back(std::prev(m_actions.end()));
+    std::unique_ptr<ZelCleanUpAction> owner(action);
+    Actions added;
+    added.push_back(std::move(owner));
+    if (const auto* const file = dynamic_cast<const ZelFileCleanUpAction*>(action)) {
+        std::list<Actions::iterator> place(1, added.begin());
+        std::list<Actions::iterator>& places = m_files[file->GetFileName()];
+        places.splice(places.end(), place);
+    }
+    m_actions.splice(m_actions.end(), added);
 }
 
 void ZelCleanUp::AddFileCleanUpAction(const SV::String& fileName) {
@@ -49,7 +56,6 @@ void ZelCleanUp::RemoveFileCleanUpAction(const SV::String& fileName) {
 // The first one of that name has left the list.
 void ZelCleanUp::forgetFirst(const SV::String& fileName) {
     const auto found = m_files.find(fileName);
-    if (found == m_files.end()) return;  // there was no memory to note it
     found->second.pop_front();
     if (found->second.empty()) m_files.erase(found);
 }
