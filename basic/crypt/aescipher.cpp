@@ -8,6 +8,7 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <string_view>
 
 #include "crypt/wipe.h"
@@ -54,15 +55,24 @@ Cipher readFunctions(const OSSL_DISPATCH* function) {
 constexpr std::array<std::string_view, 6> kNames = {
     "AES-128-CBC:", "AES-192-CBC:", "AES-256-CBC:", "AES-128-ECB:", "AES-192-ECB:", "AES-256-ECB:"};
 
+struct FreeLibrary {
+    void operator()(OSSL_LIB_CTX* library) const { OSSL_LIB_CTX_free(library); }
+};
+using Library = std::unique_ptr<OSSL_LIB_CTX, FreeLibrary>;
+
 // Found once. A library context of our own reads no configuration file, and the host's is not
 // touched. It is never released: statics of the host may still decipher at exit.
 struct Provider {
     void* context = nullptr;
     std::array<Cipher, kNames.size()> ciphers;
 
+    // Throws `std::bad_alloc`, so that it is tried again.
     Provider() {
-        OSSL_PROVIDER* const provider = OSSL_PROVIDER_load(OSSL_LIB_CTX_new(), "default");
-        if (!provider) return;
+        Library library(OSSL_LIB_CTX_new());
+        if (!library) throw std::bad_alloc();  // null is the host's context
+        OSSL_PROVIDER* const provider = OSSL_PROVIDER_load(library.get(), "default");
+        if (!provider) throw std::bad_alloc();
+        library.release();
         context = OSSL_PROVIDER_get0_provider_ctx(provider);
         int isVolatile = 0;
         const OSSL_ALGORITHM* found =
@@ -138,10 +148,12 @@ bool transformLastPart(Message& message, Direction direction, const unsigned cha
 bool isAesKeySize(std::size_t size) { return size == 16 || size == 24 || size == 32; }
 
 bool aesTransform(AesMode mode, Direction direction, const AesKey& key, const unsigned char* in,
-                  std::size_t size, unsigned char* out) {
+                  std::size_t size, unsigned char* out) try {
     Message message(mode, direction, key);
     const std::size_t part = size % kAesBlock;
     const std::size_t whole = size - part;
     return message && message.transform(in, whole, out) &&
            (part == 0 || transformLastPart(message, direction, in + whole, part, out + whole));
+} catch (const std::bad_alloc&) {
+    return false;
 }
