@@ -76,7 +76,11 @@ std::pair<unsigned char*, int> ZelCryptoUtils::HexDecode(const char* text) {
     const std::size_t length = std::strlen(text);
     if (length % 2 != 0) return failure<unsigned char>(kInvalidArgument);
     auto data = allocateResult<unsigned char>(length / 2);
-    if (!data || !hexDecode(text, length / 2, data.get())) return failure<unsigned char>(kFailed);
+    if (!data) return failure<unsigned char>(kFailed);
+    if (!hexDecode(text, length / 2, data.get())) {
+        wipe(data.get(), length / 2);  // what stands before the fault
+        return failure<unsigned char>(kFailed);
+    }
     data[length / 2] = 0;
     return success(data, length / 2);
 }

@@ -2,7 +2,10 @@
 #include <iterator>
 
 #include "crypt/descipher.h"
+#include "crypt/wipe.h"
 #include "zbasic/zdes.h"
+
+des_writer::~des_writer() { wipe(m_block, sizeof m_block); }
 
 int des_writer::put(const char* text) {
     for (; text && *text; ++text) _put(static_cast<unsigned char>(*text));
@@ -23,6 +26,8 @@ void des_writer::writeBlock() {
     std::fwrite(m_block, 1, kDesBlock, m_file);  // an error stays set on the file
     m_count = 0;
 }
+
+des_reader::~des_reader() { wipe(m_block, sizeof m_block); }
 
 bool des_reader::readBlock() {
     if (std::fread(m_block, 1, kDesBlock, m_file) != kDesBlock) return false;

@@ -2,9 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "crypt/vectors.h"
@@ -12,6 +17,8 @@
 #include "zbasic/zbase64.h"
 #include "zbasic/zcrypt.h"
 #include "zbasic/zdbuser.h"
+#include "zbasic/zdes.h"
+#include "zbasic/ztrace.h"
 
 #include <windows.h>
 
@@ -19,8 +26,8 @@ namespace {
 
 using U = ZelCryptoUtils;
 
-constexpr std::size_t kPiece = 8;
-constexpr std::size_t kPieceStep = 4;  // so that a piece lies in any 11 bytes of the secret
+constexpr std::size_t kPiece = 6;
+constexpr std::size_t kPieceStep = 2;  // so that a piece lies in any 7 bytes of the secret
 constexpr unsigned char kMask = 0xA7;
 
 void forget(void* data, std::size_t size) { ::SecureZeroMemory(data, size); }
@@ -44,6 +51,11 @@ public:
         return text;
     }
     std::size_t size() const { return m_masked.size(); }
+
+    // How often a piece of it lies in these bytes.
+    int countIn(std::string_view bytes) const {
+        return countIn(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+    }
 
     // How often a piece of it lies in the memory of this process that programs write to.
     int countInMemory() const {
@@ -88,15 +100,86 @@ void drop(char* text, std::size_t size) {
     std::free(text);
 }
 
+const unsigned char* bytesOf(const char* text) {
+    return reinterpret_cast<const unsigned char*>(text);
+}
+
 template <class Byte>
 void dropResult(std::pair<Byte*, int> result) {
     ASSERT_NE(result.first, nullptr);
     drop(reinterpret_cast<char*>(result.first), static_cast<std::size_t>(result.second));
 }
 
+// By the helper with a type.
+template <long type>
+void encipher(char* text, std::string& digits) {
+    char* out = nullptr;
+    const long size = ZelEncryption::Instance().Encrypt(type, text, out, -1);
+    digits = taken(std::pair(out, static_cast<int>(size)));
+}
+
+template <long type>
+void decipher(std::string& digits, char*) {
+    char* out = nullptr;
+    const long size = ZelEncryption::Instance().Decrypt(type, digits.data(), out);
+    ASSERT_GT(size, 0);
+    drop(out, static_cast<std::size_t>(size));
+}
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
 const TempDir* g_folder = nullptr;  // of the test
 
 const unsigned char kPublic[32] = {1, 2, 3};
+
+void writeBlocks(char* text, std::string& path) {
+    path = g_folder->path("blocks");
+    const File file(std::fopen(path.c_str(), "wb"));
+    des_ctx schedule;
+    ades_key(&schedule, kPublic);
+    des_writer writer(file.get(), &schedule);
+    EXPECT_EQ(writer.put(text), 0);
+    EXPECT_EQ(writer.flush(), 0);
+}
+
+void writeBlocksAndStop(std::string&, char* text) {
+    const File file(std::fopen(g_folder->path("begun").c_str(), "wb"));
+    des_ctx schedule;
+    ades_key(&schedule, kPublic);
+    des_writer(file.get(), &schedule).put(text);
+}
+
+void readBlocks(std::string& path, char*) {
+    const File file(std::fopen(path.c_str(), "rb"));
+    des_ctx schedule;
+    ades_key(&schedule, kPublic);
+    des_reader reader(file.get(), &schedule);
+    int count = 0;
+    while (reader.get() >= 0) ++count;
+    EXPECT_EQ(count, 104);
+}
+
+void readOneByte(std::string& path, char*) {
+    const File file(std::fopen(path.c_str(), "rb"));
+    des_ctx schedule;
+    ades_key(&schedule, kPublic);
+    EXPECT_GE(des_reader(file.get(), &schedule).get(), 0);
+}
+
+// Of what a program leaves, support gets a dump.
+std::string dumpOfThisProcess() {
+    const TempDir folder;
+    ::SetEnvironmentVariableA("TEMP", folder.root().string().c_str());
+    ::SetEnvironmentVariableA("TMP", folder.root().string().c_str());
+    EXPECT_EQ(Fct_CreateMiniDump("secrets.cpp", 1), kDumpWritten);
+    for (const auto& entry : std::filesystem::directory_iterator(folder.root())) {
+        return readFile(entry.path());
+    }
+    return "";
+}
 
 }  // namespace
 
@@ -129,10 +212,24 @@ TEST(Secrets, AreNotLeftInMemory) {
              U::Free(U::AESEncrypt(kPublic, 20, key, 256, kPublic).first);
              U::Free(U::AESDecrypt(kPublic, 20, key, 256, kPublic).first);
          }},
+        {"the reverse", 44,
+         [](char* text, std::string& cipher) {
+             cipher = taken(U::AESEncrypt(bytesOf(text), 44, kPublic, 128, kPublic));
+         },
+         [](std::string& cipher, char*) {
+             dropResult(U::AESDecrypt(bytes(cipher), 44, kPublic, 128, kPublic));
+         }},
         {"a single block", 16, nothing,
          [](std::string&, char* text) {
              const auto* const in = reinterpret_cast<unsigned char*>(text);
              U::Free(U::AESEncrypt(in, 16, kPublic, 16).first);
+         }},
+        {"the reverse", 16,
+         [](char* text, std::string& cipher) {
+             cipher = taken(U::AESEncrypt(bytesOf(text), 16, kPublic, 32));
+         },
+         [](std::string& cipher, char*) {
+             dropResult(U::AESDecrypt(bytes(cipher), 16, kPublic, 32));
          }},
         {"the key of a block", 32, nothing,
          [](std::string&, char* text) {
@@ -154,6 +251,27 @@ TEST(Secrets, AreNotLeftInMemory) {
              Zel_Decrypt(digits.data(), out);
              drop(reinterpret_cast<char*>(out), 96);
          }},
+        {"the first type", 100, encipher<0>, decipher<0>},
+        {"a later type", 100, encipher<2>, decipher<2>},
+        {"encrypting by them", 100, nothing,
+         [](std::string& digits, char* text) {
+             encipher<0>(text, digits);
+             encipher<2>(text, digits);
+         }},
+        {"hexadecimal digits", 100,
+         [](char* text, std::string& digits) { digits = taken(U::HexEncode(bytesOf(text), 100)); },
+         [](std::string& digits, char*) { dropResult(U::HexDecode(digits.c_str())); }},
+        {"digits with a fault", 100,
+         [](char* text, std::string& digits) {
+             digits = taken(U::HexEncode(bytesOf(text), 100)) + "xx";
+         },
+         [](std::string& digits, char*) { EXPECT_FALSE(U::HexDecode(digits.c_str()).first); }},
+        {"base64 in lines", 100,
+         [](char* text, std::string& lines) { lines = taken(U::Base64Encode(bytesOf(text), 100)); },
+         [](std::string& lines, char*) { dropResult(U::Base64Decode(lines.c_str())); }},
+        {"DES into a file", 100, writeBlocks, readBlocks},
+        {"a begun block, written", 15, nothing, writeBlocksAndStop},
+        {"a begun block, read", 100, writeBlocks, readOneByte},
         {"password for an application", 15,
          [](char* text, std::string& base64) {
              text[15] = 1;
@@ -198,4 +316,8 @@ TEST(Secrets, AreNotLeftInMemory) {
         drop(text, size);
         EXPECT_EQ(secret.countInMemory(), 0);
     }
+    // All of them are the beginning of the same text.
+    const std::string dump = dumpOfThisProcess();
+    ASSERT_GT(dump.size(), 1000u);
+    EXPECT_EQ(Secret(100).countIn(dump), 0);
 }

@@ -35,6 +35,9 @@ class ZBASIC_API des_writer {
 public:
     // Writes nothing yet. Neither pointer may be null.
     des_writer(std::FILE* file, des_ctx* schedule) : m_file(file), m_schedule(schedule) {}
+    des_writer(const des_writer&) = default;
+    des_writer& operator=(const des_writer&) = default;
+    ~des_writer();  // wipes the block; a begun one is not written
 
     // The next byte of the data, or those of a text.
     int put(unsigned char byte) {
@@ -66,6 +69,9 @@ class ZBASIC_API des_reader {
 public:
     // Reads nothing yet. Neither pointer may be null; file and schedule stay the caller's.
     des_reader(std::FILE* file, des_ctx* schedule) : m_file(file), m_schedule(schedule) {}
+    des_reader(const des_reader&) = default;
+    des_reader& operator=(const des_reader&) = default;
+    ~des_reader();  // wipes the block
 
     // The next byte, 0 to 255; -1 when the file has no further whole block.
     int get() {
