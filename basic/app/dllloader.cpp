@@ -1,3 +1,5 @@
+#include <new>
+
 #include "diag/format.h"
 #include "zbasic/zplugin.h"
 #include "zbasic/ztrace.h"
@@ -6,8 +8,12 @@
 
 namespace {
 
-void tell(const char* what, const SV::String& fileName) {
-    ZelDebugOut(formatted("[zeldll] %s '%s'\n", what, fileName.c_str()).c_str());
+// Without memory for the line there is none: what was done is done, and a destructor may be asking.
+void tell(const char* what, const SV::String& fileName) noexcept {
+    try {
+        ZelDebugOut(formatted("[zeldll] %s '%s'\n", what, fileName.c_str()).c_str());
+    } catch (const std::bad_alloc&) {
+    }
 }
 
 }  // namespace

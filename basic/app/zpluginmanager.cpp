@@ -64,12 +64,13 @@ std::set<SV::String> findPlugins(const SV::String& folder) {
     return files;
 }
 
+// Memory is taken before the loader is released: `make_unique` would lose it without memory.
 std::unique_ptr<ZelBasicPlugin> makePlugin(int type, std::unique_ptr<ZelDLLLoader> loader) {
     switch (type) {
         case kZelPluginGeneral:
-            return std::make_unique<ZelPluginGeneral>(loader.release());
+            return std::unique_ptr<ZelBasicPlugin>(new ZelPluginGeneral(loader.release()));
         case kZelPluginScript:
-            return std::make_unique<ZelPluginZelScript>(loader.release());
+            return std::unique_ptr<ZelBasicPlugin>(new ZelPluginZelScript(loader.release()));
         default:
             return nullptr;
     }
