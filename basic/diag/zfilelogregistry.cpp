@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "diag/logtext.h"
 #include "zbasic/zfilelog.h"
@@ -33,9 +34,10 @@ struct AtUnload {
 ZelBasicFileLogger& loggerOf(const SV::String& fileName, bool isForCSV) {
     std::unique_ptr<ZelBasicFileLogger>& logger = loggers()[fileName];
     if (!logger) {
-        logger = std::make_unique<ZelBasicFileLogger>(true, true, 0);
-        logger->setForCSV(isForCSV);  // Relied on by callers: only the first call decides.
-        logger->open(fileName.c_str(), true);
+        auto made = std::make_unique<ZelBasicFileLogger>(true, true, 0);
+        made->setForCSV(isForCSV);  // Relied on by callers: only the first call decides.
+        made->open(fileName.c_str(), true);
+        logger = std::move(made);  // not before: without memory it is tried again
     }
     return *logger;
 }
