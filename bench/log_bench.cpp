@@ -27,7 +27,7 @@
 
 namespace {
 
-constexpr int kRounds = 5;
+constexpr int kRounds = 12;
 constexpr int kBufferedLines = 1'000'000;
 constexpr int kFlushedLines = 300'000;
 constexpr int kFiles = 50;

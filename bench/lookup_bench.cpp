@@ -56,10 +56,11 @@ BENCHMARK(farCall)->RangeMultiplier(10)->Range(10, 100'000);
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// Not inlined: the compiler sees no `new` and `free` of one block then, and does not warn of it.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     ++g_allocations;
     if (void* const memory = std::malloc(size)) return memory;
     throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
