@@ -11,26 +11,40 @@
 
 constexpr std::ptrdiff_t kScanStep = sizeof(__m128i);
 
-// Up to 15 bytes and zeros behind them, nothing but them being read.
-inline __m128i loadShort(const char* bytes, std::size_t size) {
+// 16 bytes in memory's order.
+struct ShortBytes {
     std::uint64_t front = 0;
     std::uint64_t back = 0;
+};
+
+// Up to 16 bytes and zeros behind them, nothing but them being read.
+inline ShortBytes readShort(const char* bytes, std::size_t size) {
+    ShortBytes read;
     if (size >= 8) {
-        std::memcpy(&front, bytes, 8);
-        std::memcpy(&back, bytes + size - 8, 8);
-        back = size == 8 ? 0 : back >> (8 * (16 - size));
+        std::memcpy(&read.front, bytes, 8);
+        std::memcpy(&read.back, bytes + size - 8, 8);
+        read.back = size == 8 ? 0 : read.back >> (8 * (16 - size));
     } else if (size >= 4) {
         std::uint32_t half;
         std::memcpy(&half, bytes, 4);
-        front = half;
+        read.front = half;
         std::memcpy(&half, bytes + size - 4, 4);
-        front |= std::uint64_t{half} << (8 * (size - 4));  // what overlaps is the same
+        read.front |= std::uint64_t{half} << (8 * (size - 4));  // what overlaps is the same
     } else {
         for (std::size_t i = 0; i < size; ++i) {
-            front |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
+            read.front |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
         }
     }
-    return _mm_set_epi64x(static_cast<std::int64_t>(back), static_cast<std::int64_t>(front));
+    return read;
+}
+
+inline __m128i inOneRegister(const ShortBytes& bytes) {
+    return _mm_set_epi64x(static_cast<std::int64_t>(bytes.back),
+                          static_cast<std::int64_t>(bytes.front));
+}
+
+inline __m128i loadShort(const char* bytes, std::size_t size) {
+    return inOneRegister(readShort(bytes, size));
 }
 
 // Where in the next up to 16 bytes candidates are: bit 0 for the first byte.

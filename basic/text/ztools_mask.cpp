@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "text/bytescan.h"
+#include "text/shorttext.h"
 #include "zbasic/ztools.h"
 #include "zbasic/ztrace.h"
 
@@ -113,6 +114,33 @@ std::size_t maskedSize(std::string_view text, const EitherByte& special) {
     return text.size() + countBytes(text.data(), text.data() + text.size(), special);
 }
 
+// Whether `escape` stands before each of the special characters that `hits` tells of: not so when
+// the text has become too long for it.
+// Not inlined, as most texts need none of it.
+[[gnu::noinline]] bool mask(ShortText& text, unsigned hits, char escape) {
+    for (std::size_t inserted = 0; hits != 0; hits &= hits - 1, ++inserted) {
+        if (text.room() == 0) return false;
+        text.insert(static_cast<std::size_t>(std::countr_zero(hits)) + inserted, escape);
+    }
+    return true;
+}
+
+// Whether there was room for quotes around the text.
+bool quote(ShortText& text) {
+    if (text.room() < 2) return false;
+    text.insert(0, '"');
+    text.insert(text.size(), '"');
+    return true;
+}
+
+[[gnu::noinline]] void unmask(ShortText& text, unsigned hits) {
+    for (std::size_t erased = 0; hits != 0; hits &= hits - 1, ++erased) {
+        const int hit = std::countr_zero(hits);
+        text.erase(static_cast<std::size_t>(hit) - erased);
+        hits &= ~(2U << hit);  // what is escaped is no escape
+    }
+}
+
 // Text is changed in pieces, in a buffer that stays in the processor's cache.
 constexpr std::size_t kPiece = 1024;
 
@@ -163,13 +191,27 @@ void maskForExport(const char* source, char* target, char delimiter) {
 
 SV::String Zel_Mask(const char* text, char special, char escape) {
     const std::string_view source = text ? text : "";
-    if (!hasOneOf(source, EitherByte(special, escape))) return SV::String(source);
+    const EitherByte candidates(special, escape);
+    if (ShortText::takes(source)) {
+        ShortText masked(source);
+        const unsigned hits = masked.bitsOf(candidates);
+        if (hits == 0 || mask(masked, hits, escape)) return masked.toString();
+    } else if (!hasOneOf(source, candidates)) {
+        return SV::String(source);
+    }
     return maskedText(source, special, escape, "");
 }
 
 SV::String Zel_Unmask(const char* text, char escape) {
     std::string_view source = text ? text : "";
-    if (!hasOneOf(source, EitherByte(escape, escape))) return SV::String(source);
+    const EitherByte candidates(escape, escape);
+    if (ShortText::takes(source)) {
+        ShortText unmasked(source);
+        const unsigned hits = unmasked.bitsOf(candidates);
+        if (hits != 0) unmask(unmasked, hits);
+        return unmasked.toString();
+    }
+    if (!hasOneOf(source, candidates)) return SV::String(source);
     char buffer[kPiece + kExcess];
     bool wasEscape = false;
     if (source.size() <= kPiece) return textOf(buffer, unmask(source, escape, wasEscape, buffer));
@@ -183,7 +225,16 @@ SV::String Zel_Unmask(const char* text, char escape) {
 }
 
 SV::String Zel_MaskCSV(const SV::String& field) {
-    if (!hasOneOf(field, EitherByte('"', ';'))) return field;
+    const EitherByte special('"', ';');
+    if (ShortText::takes(field)) {
+        ShortText masked(field);
+        if (masked.bitsOf(special) == 0) return field;
+        if (mask(masked, masked.bitsOf(EitherByte('"', '"')), '"') && quote(masked)) {
+            return masked.toString();
+        }
+    } else if (!hasOneOf(field, special)) {
+        return field;
+    }
     return maskedText(field, '"', '"', "\"");
 }
 
