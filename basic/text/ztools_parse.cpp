@@ -103,8 +103,18 @@ inline void Number<Notation>::readDigits() {
         while (*m_end == '0') ++m_end;
     }
     const char* const significant = m_end;
-    for (unsigned digit; (digit = Notation::digitOf(*m_end)) < Notation::kBase; ++m_end) {
-        m_digits = m_digits * Notation::kBase + digit;
+    // In groups, because the next digit need not wait for a multiplication then.
+    constexpr int kGroup = 4;
+    for (int count = kGroup; count == kGroup;) {
+        std::uint64_t group = 0;
+        std::uint64_t scale = 1;
+        unsigned digit;
+        for (count = 0; count < kGroup && (digit = Notation::digitOf(*m_end)) < Notation::kBase;
+             ++count, ++m_end) {
+            group = group * Notation::kBase + digit;
+            scale *= Notation::kBase;
+        }
+        m_digits = m_digits * scale + group;
     }
     m_significantCount += m_end - significant;
     m_digitCount += m_end - begin;

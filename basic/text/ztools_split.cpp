@@ -65,26 +65,27 @@ private:
     SV::String m_token;
 };
 
+template <class Separator>
+void splitInto(ISequence<SV::String>& tokens, const SV::String& text, Separator separator) {
+    // `text` may be an element of `tokens`.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const SV::String source = text;
+    tokens.clear();
+    Splitter(source, tokens).split(separator);
+}
+
 }  // namespace
 
 void Zel_SplitIntoTokens(const SV::String& text, const char* separator,
                          ISequence<SV::String>& tokens) {
-    // `text` may be an element of `tokens`.
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
-    const SV::String source = text;
-    const SV::String searched = separator;
-    tokens.clear();
-    if (searched.empty()) return;
-    if (searched.size() == 1) {
-        Splitter(source, tokens).split(searched[0]);
-    } else {
-        Splitter(source, tokens).split(searched);
-    }
+    const SV::String searched = separator;  // may lie in an element as well
+    if (searched.size() <= 1) return Zel_SplitIntoTokens(text, searched[0], tokens);
+    splitInto<std::string_view>(tokens, text, searched);
 }
 
 void Zel_SplitIntoTokens(const SV::String& text, char separator, ISequence<SV::String>& tokens) {
-    const char separators[] = {separator, '\0'};
-    Zel_SplitIntoTokens(text, separators, tokens);
+    if (separator == '\0') return tokens.clear();
+    splitInto(tokens, text, separator);
 }
 
 void zel_getuntil(const char* text, char stop, SV::String& out) {
