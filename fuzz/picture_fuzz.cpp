@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
+#include <cstdio>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 #include "input.h"
@@ -17,14 +18,43 @@ struct Moment {
     std::int16_t year;
 };
 
-// What no picture letter is in stays, but for its case.
-void checkLiterals(std::string_view picture, std::string_view written, std::string_view letters) {
-    if (picture.find_first_of(letters) != std::string_view::npos) return;
-    check(picture.size() == written.size());
-    for (std::size_t i = 0; i < picture.size(); ++i) {
-        const bool isLower = picture[i] >= 'a' && picture[i] <= 'z';
-        check(written[i] == (isLower ? picture[i] - 32 : picture[i]));
+std::string printed(const char* format, int number) {
+    char text[16];
+    std::snprintf(text, sizeof text, format, number);
+    return text;
+}
+
+std::string run(const SV::Date& date, char letter, std::size_t length) {
+    if (length == 2 && letter == 'D') return printed("%02d", date.GetDay());
+    if (length == 2 && letter == 'M') return printed("%02d", date.GetMonth());
+    if (length == 2 && letter == 'Y') return printed("%02d", date.GetYear() % 100);
+    if (length == 4 && letter == 'Y') return printed("%d", date.GetYear());
+    if (length == 3 && letter == 'M') {
+        return ZelDate::MonthToStr(date.GetMonth() - 1).c_str();
     }
+    if (length == 3 && letter == 'D') return ZelDate::WeekdayToStr(date.GetDayOfWeek()).c_str();
+    return std::string(length, letter);
+}
+
+std::string run(const SV::Time& time, char letter, std::size_t length) {
+    if (length == 2 && letter == 'H') return printed("%02d", time.GetHour());
+    if (length == 2 && letter == 'M') return printed("%02d", time.GetMin());
+    if (length == 2 && letter == 'S') return printed("%02d", time.GetSec());
+    return std::string(length, letter);
+}
+
+// Run after run; every character is one of a run.
+template <class Moment>
+std::string byPicture(const Moment& moment, std::string picture) {
+    for (char& c : picture) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+    std::string written;
+    for (std::size_t start = 0; start < picture.size();) {
+        const std::size_t end =
+            std::min(picture.find_first_not_of(picture[start], start), picture.size());
+        written += run(moment, picture[start], end - start);
+        start = end;
+    }
+    return written;
 }
 
 }  // namespace
@@ -35,16 +65,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::memcpy(&moment, data, sizeof moment);
     const std::string_view picture(reinterpret_cast<const char*>(data) + sizeof moment,
                                    size - sizeof moment);
+    if (picture.empty()) return 0;
     const SV::String format(picture);
     const SV::Date date(moment.day, moment.month, moment.year);
     const SV::Time time(moment.hour, moment.minute, moment.day);
-    const SV::String dateText = ZelDate::GetFormatedDate(date, format);
-    const SV::String timeText = ZelDate::GetFormatedTime(time, format);
-    if (!picture.empty()) {
-        checkLiterals(picture, dateText, "dmyDMY");
-        checkLiterals(picture, timeText, "hmsHMS");
-        // Case does not matter, in the picture.
-        check(ZelDate::GetFormatedTime(time, format.Upper()).size() == timeText.size());
-    }
+    check(ZelDate::GetFormatedDate(date, format) == byPicture(date, std::string(picture)));
+    check(ZelDate::GetFormatedTime(time, format) == byPicture(time, std::string(picture)));
     return 0;
 }

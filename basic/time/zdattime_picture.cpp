@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
 
+#include "text/bytescan.h"
 #include "time/digits.h"
 #include "time/localeforms.h"
 #include "time/names.h"
@@ -48,9 +50,22 @@ char* writeTwo(char* out, int number) {
     return number >= 0 && number < 100 ? writePair(out, number) : writePadded(out, number, 2);
 }
 
+bool hasFourDigits(int year) { return year >= 1000 && year < 10000; }
+
+char* writeFour(char* out, int number) {
+    return writePair(writePair(out, number / 100), number % 100);
+}
+
 char* writeYear(char* out, int year) {
-    if (year < 1000 || year >= 10000) return writePadded(out, year, 0);
-    return writePair(writePair(out, year / 100), year % 100);
+    return hasFourDigits(year) ? writeFour(out, year) : writePadded(out, year, 0);
+}
+
+// What a run of two of that letter stands for.
+int numberOfTwo(const SV::Date& date, char letter) {
+    return letter == 'D' ? date.GetDay() : letter == 'M' ? date.GetMonth() : date.GetYear() % 100;
+}
+int numberOfTwo(const SV::Time& time, char letter) {
+    return letter == 'H' ? time.GetHour() : letter == 'M' ? time.GetMin() : time.GetSec();
 }
 
 // A place in a text that is made, and where its room ends.
@@ -85,34 +100,21 @@ private:
 // Writes what a run stands for: `length` times that letter. False when there is no room for it.
 bool writeRun(Room& room, const SV::Date& date, char letter, std::size_t length) {
     switch (run(letter, length)) {
-        case run('D', 2):
-            return room.addNumber(writeTwo, date.GetDay());
         case run('D', 3):
             return room.add(weekdayName(date.GetDayOfWeek()));
-        case run('M', 2):
-            return room.addNumber(writeTwo, date.GetMonth());
         case run('M', 3):
             return room.add(monthName(date.GetMonth() - 1));
-        case run('Y', 2):
-            return room.addNumber(writeTwo, date.GetYear() % 100);
         case run('Y', 4):
             return room.addNumber(writeYear, date.GetYear());
         default:
+            if (length == 2) return room.addNumber(writeTwo, numberOfTwo(date, letter));
             return room.add(length, letter);
     }
 }
 
 bool writeRun(Room& room, const SV::Time& time, char letter, std::size_t length) {
-    switch (run(letter, length)) {
-        case run('H', 2):
-            return room.addNumber(writeTwo, time.GetHour());
-        case run('M', 2):
-            return room.addNumber(writeTwo, time.GetMin());
-        case run('S', 2):
-            return room.addNumber(writeTwo, time.GetSec());
-        default:
-            return room.add(length, letter);
-    }
+    if (length == 2) return room.addNumber(writeTwo, numberOfTwo(time, letter));
+    return room.add(length, letter);
 }
 
 // Writes what the beginning of `picture` stands for, as far as there is room, and cuts that off.
@@ -136,22 +138,89 @@ char* writeBeginning(Room room, const Moment& moment, std::string_view& picture)
     return room.out;
 }
 
+// Writes over a run what it stands for; false when that is not as long.
 template <class Moment>
-SV::String byPicture(const Moment& moment, const SV::String& format) {
-    // The usual picture needs one step: of numbers alone in the text object itself.
-    constexpr std::size_t kNumbers = 10;
+bool overwriteTwo(char* at, const Moment& moment, char letter) {
+    const int number = numberOfTwo(moment, letter);
+    if (number < 0 || number >= 100) return false;
+    writePair(at, number);
+    return true;
+}
+
+template <char kLetter>
+bool overwriteRun(char* at, const SV::Date& date, int length) {
+    if (length == 4 && kLetter == 'Y') {
+        const int year = date.GetYear();
+        if (!hasFourDigits(year)) return false;
+        writeFour(at, year);
+    }
+    if (length == 3) return kLetter == 'Y';
+    return length != 2 || overwriteTwo(at, date, kLetter);
+}
+
+template <char kLetter>
+bool overwriteRun(char* at, const SV::Time& time, int length) {
+    return length != 2 || overwriteTwo(at, time, kLetter);
+}
+
+// The same for all runs of a letter; `capitals` are the picture's characters.
+template <char kLetter, class Moment>
+bool overwriteRuns(char* out, const Moment& moment, __m128i capitals) {
+    auto places = static_cast<unsigned>(_mm_movemask_epi8(isByte(capitals, kLetter)));
+    while (places != 0) {
+        const int start = std::countr_zero(places);
+        const int length = std::countr_one(places >> start);
+        if (!overwriteRun<kLetter>(out + start, moment, length)) return false;
+        places &= ~0U << (start + length);
+    }
+    return true;
+}
+
+bool overwriteRuns(char* out, const SV::Date& date, __m128i capitals) {
+    return overwriteRuns<'D'>(out, date, capitals) && overwriteRuns<'M'>(out, date, capitals) &&
+           overwriteRuns<'Y'>(out, date, capitals);
+}
+
+bool overwriteRuns(char* out, const SV::Time& time, __m128i capitals) {
+    return overwriteRuns<'H'>(out, time, capitals) && overwriteRuns<'M'>(out, time, capitals) &&
+           overwriteRuns<'S'>(out, time, capitals);
+}
+
+// The usual picture is short and of numbers that are as long as their runs: what runs are in it
+// shows at a glance, and its other characters are where they belong.
+template <class Moment>
+bool writeNumbers(char* out, const Moment& moment, std::string_view picture) {
+    const __m128i characters = loadShort(picture.data(), picture.size());
+    const __m128i caseBit = _mm_set1_epi8('a' ^ 'A');
+    const __m128i small = _mm_and_si128(isInRange(characters, 'a', 'z'), caseBit);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_xor_si128(characters, small));
+    return overwriteRuns(out, moment, _mm_andnot_si128(caseBit, characters));
+}
+
+// In steps of as much room as a picture usually needs. Not inlined: short ones are faster then.
+template <class Moment>
+[[gnu::noinline]] void writeAnyPicture(SV::String& text, const Moment& moment,
+                                       std::string_view picture) {
     constexpr std::size_t kNames = 40;
-    SV::String text;
-    std::string_view picture = format;
-    std::size_t room =
-        format.size() <= kNumbers ? SV::String::kInlineCapacity : format.size() + kNames;
-    for (; !picture.empty(); room *= 2) {
+    for (std::size_t room = picture.size() + kNames; !picture.empty(); room *= 2) {
         const std::size_t size = text.size();
         text.resizeAndOverwrite(room, [&](char* out, std::size_t capacity) {
             const Room place{out + size, out + capacity};
             return static_cast<std::size_t>(writeBeginning(place, moment, picture) - out);
         });
     }
+}
+
+// There is one text, so that it is made where the caller wants it.
+template <class Moment>
+SV::String byPicture(const Moment& moment, std::string_view picture) {
+    SV::String text;
+    if (picture.size() <= kScanStep) {
+        text.resizeAndOverwrite(kScanStep, [&](char* out, std::size_t) {
+            return writeNumbers(out, moment, picture) ? picture.size() : 0;
+        });
+    }
+    if (text.empty()) writeAnyPicture(text, moment, picture);
     return text;
 }
 

@@ -168,6 +168,12 @@ TEST(Pictures, ShowWhateverIsInDatesAndTimes) {
     EXPECT_EQ(date(SV::Date(1, 1, 7)), "01 01 January 07 7");
     EXPECT_EQ(date(SV::Date(0, 0, 0)), "00 00  00 0");
     EXPECT_EQ(date(SV::Date(99, 99, 12345)), "99 99  45 12345");
+    const auto numbers = [](const SV::Date& value) {
+        return ZelDate::GetFormatedDate(value, "dd.mm.yy yyyy");
+    };
+    EXPECT_EQ(numbers(SV::Date(1, 1, 7)), "01.01.07 7");
+    EXPECT_EQ(numbers(SV::Date(99, 99, 12345)), "99.99.45 12345");
+    EXPECT_EQ(numbers(SV::Date(0, 0, -24)), "00.00.-24 -24");
     const SV::Time negative = SV::Time(0, 0) - SV::Time(123, 4, 5);
     EXPECT_EQ(ZelDate::GetFormatedTime(negative, "hh:mm:ss"), "123:04:05");
 }
