@@ -80,7 +80,16 @@ struct Room {
         out += size;
         return true;
     }
-    bool add(const SV::String& name) { return add(name.data(), name.size()); }
+    // Mostly by a copy whose length is known beforehand: names differ in theirs.
+    bool add(const SV::String& name) {
+        constexpr std::size_t kUsual = SV::String::kInlineCapacity;
+        if (!has(kUsual) || name.size() > kUsual || name.capacity() < kUsual) {
+            return add(name.data(), name.size());
+        }
+        std::memcpy(out, name.data(), kUsual);
+        out += name.size();
+        return true;
+    }
     bool add(std::size_t count, char c) {
         if (!has(count)) return false;
         out = std::fill_n(out, count, c);
