@@ -139,7 +139,12 @@ public:
     String& operator+=(const String& text) { return append(text.data(), text.size()); }
     String& operator+=(std::string_view text) { return append(text.data(), text.size()); }
     String& operator+=(const char* text) { return append(text, text ? std::strlen(text) : 0); }
-    String& operator+=(char c) { return append(&c, 1); }
+    String& operator+=(char c) {
+        char* const room = growInPlace(1);
+        if (!room) return append(std::size_t{1}, c);
+        *room = c;
+        return *this;
+    }
 
     // Positions beyond the end count as the end, counts reach to it at most. `text` may lie in
     // this object.
@@ -229,9 +234,10 @@ private:
         if (!isHeap()) {
             const std::size_t room = inlineRoom();
             if (size > room) return nullptr;
-            const std::size_t end = kInlineCapacity - room;
-            setInline(end + size);
-            return m_inline + end;
+            char* const end = m_inline + (kInlineCapacity - room);
+            end[size] = '\0';
+            m_inline[kInlineCapacity] = static_cast<char>(room - size);
+            return end;
         }
         const std::size_t end = m_heap.size;
         if (size > m_heap.block->capacity - end || !isUnique()) return nullptr;
