@@ -7,6 +7,8 @@
 
 #include "figures/graph_figures.h"
 
+using figures::Language;
+
 namespace {
 
 // "0>1 1>2" on nodes 0 to `count` - 1, whose ids are ten times their places.
@@ -74,16 +76,21 @@ TEST(Figures, AgreeWithCountsByHand) {
 }
 
 TEST(Figures, AreALineEach) {
-    EXPECT_EQ(figures::report(graphOf(4, "0>1 1>2", true)),
+    EXPECT_EQ(figures::report(graphOf(4, "0>1 1>2", true), Language::english),
               "nodes: 4\nedges: 2\ncomponents: 2\ndegree 0: 1 node\ndegree 1: 2 nodes\n"
               "degree 2: 1 node\nlongest path: 2 edges (nodes 0 10 20)\n");
-    EXPECT_EQ(figures::report({}), "nodes: 0\nedges: 0\ncomponents: 0\nlongest path: none\n");
+    EXPECT_EQ(figures::report({}, Language::english),
+              "nodes: 0\nedges: 0\ncomponents: 0\nlongest path: none\n");
+    EXPECT_EQ(figures::report(graphOf(3, "0>1", true), Language::german),
+              "Knoten: 3\nKanten: 1\nKomponenten: 2\nGrad 0: 1 Knoten\nGrad 1: 2 Knoten\n"
+              "l\xE4ngster Weg: 1 Kante (Knoten 0 10)\n");
     figures::Graph chain{true, {}, {}};
     for (std::size_t i = 0; i < 100'000; ++i) {
         chain.ids.push_back(static_cast<std::int64_t>(i));
         if (i > 0) chain.edges.push_back({i - 1, i});
     }
-    EXPECT_NE(figures::report(chain).find("99999 edges (nodes 0 1 2 3 4 5 6 7 8 9 10 11 ...)"),
+    EXPECT_NE(figures::report(chain, Language::english)
+                  .find("99999 edges (nodes 0 1 2 3 4 5 6 7 8 9 10 11 ...)"),
               std::string::npos);
     chain.isDirected = false;
     EXPECT_EQ(figures::longestPath(chain).size(), 100'000u);

@@ -44,7 +44,7 @@ TEST(ZelhostPlugins, RunCommandsForEachModelAndLogThem) {
     EXPECT_EQ(result.exitCode, 1u);
     const std::string ofM =
         "nodes: 2\nedges: 1\ncomponents: 1\ndegree 1: 2 nodes\n"
-        "longest path: 1 edges (nodes 1 2)\n";
+        "longest path: 1 edge (nodes 1 2)\n";
     EXPECT_EQ(withoutExports(result.out),
               "m.gml: 2 nodes, 1 edges\n" + ofM + ofM +
                   "n: 1 nodes, 0 edges\nnodes: 1\nedges: 0\ncomponents: 1\ndegree 0: 1 node\n"

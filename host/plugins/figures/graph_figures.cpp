@@ -151,9 +151,48 @@ std::vector<std::size_t> longestPathOfTrees(const Graph& graph) {
     return longest;
 }
 
-std::string pathText(const Graph& graph, const std::vector<std::size_t>& path) {
-    if (path.empty()) return graph.ids.empty() ? "none" : "none, as the graph has a cycle";
-    std::string text = std::to_string(path.size() - 1) + " edges (nodes";
+struct Words {
+    const char* nodes;
+    const char* edges;
+    const char* components;
+    const char* degree;
+    const char* node;  // one of them
+    const char* edge;
+    const char* longestPath;
+    const char* none;
+    const char* noneForCycle;
+};
+
+constexpr Words kEnglish = {
+    .nodes = "nodes",
+    .edges = "edges",
+    .components = "components",
+    .degree = "degree",
+    .node = "node",
+    .edge = "edge",
+    .longestPath = "longest path",
+    .none = "none",
+    .noneForCycle = "none, as the graph has a cycle",
+};
+constexpr Words kGerman = {
+    .nodes = "Knoten",
+    .edges = "Kanten",
+    .components = "Komponenten",
+    .degree = "Grad",
+    .node = "Knoten",
+    .edge = "Kante",
+    .longestPath = "l\xE4ngster Weg",
+    .none = "keiner",
+    .noneForCycle = "keiner, denn der Graph hat einen Kreis",
+};
+
+std::string counted(std::size_t count, const char* one, const char* several) {
+    return std::to_string(count) + " " + (count == 1 ? one : several);
+}
+
+std::string pathText(const Graph& graph, const std::vector<std::size_t>& path, const Words& words) {
+    if (path.empty()) return graph.ids.empty() ? words.none : words.noneForCycle;
+    std::string text = counted(path.size() - 1, words.edge, words.edges) + " (" + words.nodes;
     for (std::size_t i = 0; i < std::min(path.size(), kMostIds); ++i) {
         text += " " + std::to_string(graph.ids[path[i]]);
     }
@@ -228,17 +267,23 @@ std::vector<std::size_t> longestPath(const Graph& graph) {
     return graph.isDirected ? longestDirectedPath(graph) : longestPathOfTrees(graph);
 }
 
-std::string report(const Graph& graph) {
-    std::string text = "nodes: " + std::to_string(graph.ids.size()) +
-                       "\nedges: " + std::to_string(graph.edges.size()) +
-                       "\ncomponents: " + std::to_string(countComponents(graph)) + "\n";
+std::string report(const Graph& graph, Language language) {
+    const Words& words = language == Language::german ? kGerman : kEnglish;
+    std::string text;
+    const auto add = [&](const std::string& name, const std::string& value) {
+        text += name + ": " + value + "\n";
+    };
+    add(words.nodes, std::to_string(graph.ids.size()));
+    add(words.edges, std::to_string(graph.edges.size()));
+    add(words.components, std::to_string(countComponents(graph)));
     const std::vector<std::size_t> counts = degreeDistribution(graph);
     for (std::size_t degree = 0; degree < counts.size(); ++degree) {
         if (counts[degree] == 0) continue;
-        text += "degree " + std::to_string(degree) + ": " + std::to_string(counts[degree]) +
-                (counts[degree] == 1 ? " node\n" : " nodes\n");
+        add(words.degree + (" " + std::to_string(degree)),
+            counted(counts[degree], words.node, words.nodes));
     }
-    return text + "longest path: " + pathText(graph, longestPath(graph)) + "\n";
+    add(words.longestPath, pathText(graph, longestPath(graph), words));
+    return text;
 }
 
 }  // namespace figures

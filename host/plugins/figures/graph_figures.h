@@ -35,7 +35,9 @@ std::vector<std::size_t> degreeDistribution(const Graph& graph);
 // graph with a cycle (in an undirected graph two edges between the same nodes are one, too).
 std::vector<std::size_t> longestPath(const Graph& graph);
 
-// All of it as text, a figure a line.
-std::string report(const Graph& graph);
+enum class Language { english, german };
+
+// All of it as text in code page 1252, a figure a line.
+std::string report(const Graph& graph, Language language);
 
 }  // namespace figures
