@@ -47,7 +47,7 @@ Counts readWithZelhost(const char* fileName) {
     static zelhost::Graph graph;  // like the peer's, it is not freed inside the measured time
     const zelhost::GmlResult result = zelhost::readGml(fileName, graph);
     if (result.status != zelhost::GmlResult::Status::done) {
-        std::fprintf(stderr, "%s\n", result.text(fileName).c_str());
+        std::fprintf(stderr, "%s\n", inEnglish(result.problemIn(fileName)).c_str());
         std::exit(1);
     }
     return {static_cast<long long>(graph.nodes.size()), static_cast<long long>(graph.edges.size())};

@@ -43,7 +43,8 @@ void checkFailure(const GmlResult& result, std::string_view text) {
     const auto lines = static_cast<std::int64_t>(
         std::ranges::count_if(text, [](char c) { return c == '\n' || c == '\r'; }));
     check(result.line >= 0 && result.line <= lines + 1);
-    check(std::ranges::all_of(result.message, [](char c) { return c >= ' ' && c < 0x7F; }));
+    const std::string message = inEnglish(result.message);
+    check(std::ranges::all_of(message, [](char c) { return c >= ' ' && c < 0x7F; }));
 }
 
 bool isSame(const Graph& a, const AttributeSequence& sequenceA, AttributeSpan spanA, const Graph& b,

@@ -51,7 +51,7 @@ AfterResult runAfterExport(const std::string& commandLine, const std::string& di
     result.exitCode = end.get();
     if (!result.exitCode) {
         ::DeleteFileA(path.c_str());
-        result.problem = "the command cannot be started: " + commandLine;
+        result.problem = {"the command cannot be started: %s", {commandLine}};
     } else if (Zel_FileExists(path.c_str())) {
         result.output = path;
     }

@@ -6,12 +6,14 @@
 #include <optional>
 #include <string>
 
+#include "model/message.h"
+
 namespace zelhost {
 
 struct AfterResult {
     std::optional<long> exitCode;  // none when it could not be started
     std::string output;            // the file with what it printed; empty when there is none
-    std::string problem;           // why not; empty when it was
+    Message problem;               // why not; empty when it was
 };
 
 // Runs a command line and waits for its end. What it prints goes to <directory>\after.txt, except

@@ -8,9 +8,17 @@
 
 namespace zelhost {
 
-void showBox(const SV::String& caption, const SV::String& text) {
+namespace {
+
+void show(const SV::String& caption, const SV::String& text, unsigned icon) {
     if (SV::Application::IsModalDialogSuppression()) return;
-    SV::ShowMessageBox(SV::Application::GetAppWindow(), text, caption, MB_OK | MB_ICONINFORMATION);
+    SV::ShowMessageBox(SV::Application::GetAppWindow(), text, caption, MB_OK | icon);
+}
+
+}  // namespace
+
+void showBox(const SV::String& caption, const SV::String& text) {
+    show(caption, text, MB_ICONINFORMATION);
 }
 
 void showBox(Text title, const SV::String& text) {
@@ -18,6 +26,10 @@ void showBox(Text title, const SV::String& text) {
     caption.erase(std::min(caption.find('\t'), caption.size()));
     caption.erase(std::min(caption.find('&'), caption.size()), 1);
     showBox(caption, text);
+}
+
+void showProblem(const SV::String& text) {
+    show(textOf(Text::kProblemsTitle), text, MB_ICONWARNING);
 }
 
 }  // namespace zelhost

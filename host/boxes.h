@@ -10,5 +10,6 @@ namespace zelhost {
 // Where boxes are suppressed nothing is shown.
 void showBox(const SV::String& caption, const SV::String& text);
 void showBox(Text title, const SV::String& text);
+void showProblem(const SV::String& text);
 
 }  // namespace zelhost

@@ -73,9 +73,11 @@ bool Export::add(const char* extension, Write write) {
         write([&](std::string_view bytes) { return goesOn() && file.write(bytes); });
     if (m_result.isCancelled) return false;
     if (isWritten && file.complete()) return true;
-    m_result.problem = file.problem().empty()
-                           ? m_start + extension + ": cannot be made: not enough memory"
-                           : file.problem();
+    m_result.problem = file.problem();
+    if (m_result.problem.empty()) {
+        m_result.problem = "cannot be made: there is not enough memory";
+        m_result.problem.place = file.path();
+    }
     return false;
 }
 

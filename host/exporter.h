@@ -7,13 +7,14 @@
 #include <vector>
 
 #include "model/graph.h"
+#include "model/message.h"
 #include "sv/image.h"
 
 namespace zelhost {
 
 struct ExportResult {
     std::vector<std::string> files;  // as written, in their order
-    std::string problem;             // why it ended early; empty when all is done
+    Message problem;                 // why it ended early; empty when all is done
     bool isCancelled = false;        // `goOn` said so: nothing is written then
 };
 

@@ -59,7 +59,7 @@ private:
 
     int refuse(const std::string& problem);
     // `advice` says in the box what the user can do.
-    void report(const std::string& problem, Text advice);
+    void report(const Message& problem, Text advice);
     bool isClosed() const;  // by the user, maybe in the middle of the work
     std::string freeName(const std::string& path);
     int processAll();

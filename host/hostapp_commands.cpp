@@ -25,9 +25,10 @@ bool HostApplication::runCommands(const std::shared_ptr<const Model>& model) {
         if (answer.isDone) {
             std::printf("%s\n", answer.text.c_str());
         } else {
-            report((model ? model->path + ": " : "") + "the command \"" + request + "\" failed" +
-                       (answer.text.empty() ? "" : ": " + answer.text),
-                   Text::kAdviceCommand);
+            Message failure("the command \"%s\" failed%s",
+                            {request, answer.text.empty() ? "" : ": " + answer.text});
+            if (model) failure.place = model->path;
+            report(failure, Text::kAdviceCommand);
             isDone = false;
         }
     }
@@ -61,8 +62,8 @@ bool HostApplication::runAfter(bool isAllExported) {
     if (!result.output.empty()) std::printf("  %s\n", result.output.c_str());
     std::fflush(stdout);
     if (*result.exitCode == 0) return true;
-    report("the command ended with exit code " + std::to_string(*result.exitCode) + ": " +
-               m_options.after,
+    report({"the command ended with exit code %s: %s",
+            {std::to_string(*result.exitCode), m_options.after}},
            Text::kAdviceAfter);
     return false;
 }

@@ -64,10 +64,14 @@ bool HostApplication::read(Model& model) {
         return readGml(model.path, model.graph,
                        [&](double percent) { return progress.reading(percent); });
     }();
-    if (result.status == GmlResult::Status::failed)
-        report(result.text(model.path), Text::kAdviceModel);
+    if (result.status == GmlResult::Status::failed) {
+        report(result.problemIn(model.path),
+               result.line > 0 ? Text::kAdviceModel : Text::kAdviceFile);
+    }
     if (result.status != GmlResult::Status::done) return false;
-    if (result.remarkCount > 0) report(result.remarkText(model.path), Text::kAdviceRemarks);
+    for (const Message& remark : result.remarksIn(model.path)) {
+        report(remark, Text::kAdviceRemarks);
+    }
     if (m_filter) m_filter->apply(model.graph);
     return true;
 }
@@ -105,7 +109,9 @@ bool HostApplication::save(const Model& model) {
     ModelEvent question(ZelEvent_BeforeSaveModel, name, model.graph);
     question.trigger();
     if (question.getResultValue() != 0) {
-        report(model.path + ": not saved: a listener of the program objects", Text::kAdviceVeto);
+        Message veto("not saved: a listener of the program objects");
+        veto.place = model.path;
+        report(veto, Text::kAdviceVeto);
         return false;
     }
     const ExportResult result = [&] {

@@ -4,13 +4,12 @@
 #include <cstdio>
 #include <utility>
 
+#include "boxes.h"
 #include "hostapp.h"
 #include "hostframe.h"
 #include "texts.h"
 #include "zbasic/ztrace.h"
 #include "zbasic/zversion.h"
-
-#include <windows.h>
 
 namespace zelhost {
 
@@ -28,11 +27,12 @@ void HostApplication::openLog() {
 
 void HostApplication::log(const std::string& text) { m_log.addText("%s", text.c_str()); }
 
-void HostApplication::report(const std::string& problem, Text advice) {
-    log(problem);
-    std::fprintf(stderr, "%s\n", problem.c_str());
-    ZelDebugOut(("[zel] " + problem + "\n").c_str());
-    m_problems += problem + "\n";
+void HostApplication::report(const Message& problem, Text advice) {
+    const std::string english = inEnglish(problem);
+    log(english);
+    std::fprintf(stderr, "%s\n", english.c_str());
+    ZelDebugOut(("[zel] " + english + "\n").c_str());
+    m_problems += inLanguage(problem) + "\n";
     if (std::ranges::find(m_advice, advice) == m_advice.end()) m_advice.push_back(advice);
 }
 
@@ -44,8 +44,7 @@ void HostApplication::showProblems() {
         ModalDialogSuppressionLog(text);
     } else if (!isClosed()) {
         for (const Text line : advice) text += "\n" + textOf(line);
-        SV::ShowMessageBox(GetAppWindow(), text, textOf(Text::kProblemsTitle),
-                           MB_OK | MB_ICONWARNING);
+        showProblem(text);
     }
 }
 

@@ -89,7 +89,7 @@ void HostFrame::openFile() {
 
 void HostFrame::exportActive() {
     const std::shared_ptr<const Model> model = activeModel();
-    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNoModel));
+    if (!model) return showProblem(textOf(Text::kNoModel));
     if (m_application.save(*model)) {
         showBox(Text::kMenuExport,
                 filled(filled(Text::kExportedTo, model->name), m_application.outputDirectory()));
@@ -99,12 +99,12 @@ void HostFrame::exportActive() {
 
 void HostFrame::openExported(std::size_t index) {
     const std::shared_ptr<const Model> model = activeModel();
-    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNoModel));
+    if (!model) return showProblem(textOf(Text::kNoModel));
     const std::vector<std::string> names = exportFileNames(model->name);
     if (index >= names.size()) return;
     const std::string path = m_application.outputDirectory() + "\\" + names[index];
     if (!Zel_FileExists(path.c_str())) {
-        return showBox(Text::kProblemsTitle, filled(Text::kNotExported, path));
+        return showProblem(filled(Text::kNotExported, path));
     }
     ZelAsynchronousProcess(SV::String(path)).Execute(this);  // the shell says why it cannot
 }
@@ -127,18 +127,18 @@ void HostFrame::runCommand(std::size_t index) {
     const std::shared_ptr<const Model> model = activeModel();
     const Commands::Answer answer = m_application.run(commands[index], model);
     SV::String text(answer.text);
-    if (!answer.isDone) text = filled(Text::kCommandFailed, commands[index]) + text;
-    if (!answer.isDone && !model) text += "\n\n" + textOf(Text::kNoModel);
-    showBox(SV::String(commands[index]), text);
+    if (answer.isDone) return showBox(SV::String(commands[index]), text);
+    const Text advice = model ? Text::kAdviceCommand : Text::kNoModel;
+    showProblem(filled(Text::kCommandFailed, commands[index]) + text + "\n\n" + textOf(advice));
 }
 
 // Shows, beside the model, its part that was changed from a day on.
 void HostFrame::filterActive() {
     const std::shared_ptr<const Model> model = activeModel();
-    if (!model) return showBox(Text::kProblemsTitle, textOf(Text::kNoModel));
+    if (!model) return showProblem(textOf(Text::kNoModel));
     const std::string last = timesOf(model->graph).lastChange;
     if (last.empty()) {
-        return showBox(Text::kProblemsTitle, filled(Text::kNothingToFilter, model->path));
+        return showProblem(filled(Text::kNothingToFilter, model->path));
     }
     FilterDialog dialog(this, dayOf(last));
     if (dialog.Execute() != FilterDialog::kOk || !dialog.isFiltered()) return;
@@ -156,10 +156,13 @@ void HostFrame::filterActive() {
 }
 
 void HostFrame::about() {
-    ZelApplicationInfo::SetValue("Language", ZelInternational::GetNativeLanguageName(
-                                                 ZelInternational::GetCurrentLanguageID()));
-    showBox(Text::kAboutTitle,
-            "zelhost " + Zel_GetVersionString() + "\n\n" + ZelApplicationInfo::GetInfo());
+    SV::String text = textOf(Text::kAbout);
+    for (const SV::String& value :
+         {Zel_GetVersionString(), Zel_GetPatchBuildVersionString(), Zel_GetDataVersion(),
+          ZelInternational::GetNativeLanguageName(ZelInternational::GetCurrentLanguageID())}) {
+        text = filled(text, value);
+    }
+    showBox(Text::kAboutTitle, text);
 }
 
 void HostFrame::switchLanguage(unsigned short language) {

@@ -16,14 +16,15 @@ namespace zelhost {
 
 namespace {
 
-std::string systemMessage(DWORD error) {
-    char text[256] = "";
-    const DWORD length = ::FormatMessageA(
-        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
-        nullptr, error, MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), text, sizeof text, nullptr);
-    std::string message(text, length);
-    while (!message.empty() && (message.back() == ' ' || message.back() == '.')) message.pop_back();
-    return message.empty() ? "system error " + std::to_string(error) : message;
+constexpr std::uint16_t kEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
+
+// `text` has a "%s" for what the system says to its last error.
+Message lastError(const std::string& path, const char* text) {
+    const std::uint32_t error = ::GetLastError();
+    Message message(text, {systemMessage(error, kEnglish)});
+    message.place = path;
+    message.systemError = error;
+    return message;
 }
 
 // Names like these are nobody else's.
@@ -66,6 +67,20 @@ const ZelExtensionManager& modelExtensions() {
 
 }  // namespace
 
+std::string systemMessage(std::uint32_t error, std::uint16_t language) {
+    char text[256] = "";
+    DWORD length = 0;
+    for (const DWORD wanted : {DWORD{language}, DWORD{0}}) {  // the latter is the user's
+        if (length > 0) break;
+        length = ::FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS |
+                                      FORMAT_MESSAGE_MAX_WIDTH_MASK,
+                                  nullptr, error, wanted, text, sizeof text, nullptr);
+    }
+    std::string message(text, length);
+    while (!message.empty() && (message.back() == ' ' || message.back() == '.')) message.pop_back();
+    return message.empty() ? "system error " + std::to_string(error) : message;
+}
+
 std::string absolutePath(const std::string& path) {
     std::string full(MAX_PATH, '\0');
     DWORD length = ::GetFullPathNameA(path.c_str(), MAX_PATH, full.data(), nullptr);
@@ -104,13 +119,13 @@ std::string directoryOf(const std::string& path) {
     return path.substr(0, std::min(path.find_last_of("\\/"), path.size()));
 }
 
-bool makeDirectory(const std::string& path, std::string& problem) {
+bool makeDirectory(const std::string& path, Message& problem) {
     if (isDirectory(path)) return true;
     const std::size_t separator = path.find_last_of("\\/");
     const bool hasParent = separator != std::string::npos && separator > 2;
     if (hasParent && !makeDirectory(path.substr(0, separator), problem)) return false;
     if (::CreateDirectoryA(path.c_str(), nullptr) || isDirectory(path)) return true;
-    problem = path + ": cannot be created: " + systemMessage(::GetLastError());
+    problem = lastError(path, "cannot be created: %s");
     return false;
 }
 
@@ -181,9 +196,7 @@ bool PendingFile::complete() {
 bool PendingFile::commit() { return complete() && (m_temporary.moveTo(m_path) || fail()); }
 
 bool PendingFile::fail() {
-    if (m_problem.empty()) {
-        m_problem = m_path + ": cannot be written: " + systemMessage(::GetLastError());
-    }
+    if (m_problem.empty()) m_problem = lastError(m_path, "cannot be written: %s");
     return false;
 }
 

@@ -2,9 +2,11 @@
 
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "model/message.h"
 #include "model/text_output.h"
 
 namespace zelhost {
@@ -20,8 +22,11 @@ std::string modelExtension();
 // The path with that extension, unless it has it or there is a file of this very name.
 std::string withExtension(const std::string& path);
 
+// What the system says to an error, in that language where it has it.
+std::string systemMessage(std::uint32_t error, std::uint16_t language);
+
 // Makes the directory and those above it; false with the system's reason in `problem`.
-bool makeDirectory(const std::string& path, std::string& problem);
+bool makeDirectory(const std::string& path, Message& problem);
 
 // A name for a file that is not complete. Whatever is made of it is deleted by the destructor, or
 // else when the program exits; what a killed program leaves, `removeLeftovers` finds. Main thread.
@@ -62,8 +67,8 @@ public:
     // Completes it and moves it into place; false when that or anything before has failed.
     bool commit();
     const std::string& path() const { return m_path; }
-    // "file: why it could not be written", once something has failed.
-    const std::string& problem() const { return m_problem; }
+    // Why it could not be written, once something has failed.
+    const Message& problem() const { return m_problem; }
 
 private:
     bool fail();
@@ -72,7 +77,7 @@ private:
     const std::string m_path;
     const TemporaryName m_temporary;
     void* m_handle;
-    std::string m_problem;
+    Message m_problem;
 };
 
 }  // namespace zelhost

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
+#include "model/message.h"
 #include "sv/string.h"
 
 namespace zelhost {
@@ -44,19 +46,22 @@ enum class Text : std::uint32_t {
     kFilterLabel,
     kFilterCount,  // the first "%s" is the number of nodes that are shown, the second of all
     kFilterUnusable,
-    kReading,  // the first "%s" is the file, the second how far it is
-    kDrawing,  // "%s" is the file
-    kWriting,  // "%s" is the file
-    kAdviceModel,
+    kReading,      // the first "%s" is the file, the second how far it is
+    kDrawing,      // "%s" is the file
+    kWriting,      // "%s" is the file
+    kAdviceModel,  // where a line is named
     kAdviceRemarks,
     kAdviceExport,
     kAdviceVeto,
     kAdviceCommand,
     kAdviceAfter,
+    kAdviceFile,  // where none is
+    kAbout,       // version, build, data version and language
 };
 
 // In the language of the user interface.
 SV::String textOf(Text text);
+std::string inLanguage(const Message& message);
 
 // The text with `value` in place of its first "%s".
 SV::String filled(SV::String text, std::string_view value);

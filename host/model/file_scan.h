@@ -8,6 +8,7 @@
 #include <string>
 
 #include "model/encoding.h"
+#include "model/message.h"
 
 namespace zelhost {
 
@@ -16,7 +17,7 @@ constexpr std::size_t kLongestLine = 8191;
 
 struct FileProblem {
     std::int64_t line;  // counted from 1; 0 when it is not about a line
-    std::string message;
+    Message message;
 };
 
 struct FileScan {

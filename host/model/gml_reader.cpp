@@ -49,8 +49,9 @@ std::string quoted(std::string_view text) {
     return shown + (text.size() > kShownBytes ? "...\"" : "\"");
 }
 
-std::string placed(const std::string& fileName, std::int64_t line, const std::string& message) {
-    return fileName + (line > 0 ? "(" + std::to_string(line) + ")" : "") + ": " + message;
+Message placed(const std::string& fileName, std::int64_t line, Message message) {
+    message.place = placeOf(fileName, line);
+    return message;
 }
 
 class GmlReader {
@@ -91,6 +92,7 @@ private:
     bool addText(KeyId key);
     bool addNumber(KeyId key);
     std::optional<std::int64_t>* memberOf(KeyId key);
+    bool failAsMember(KeyId key);
     bool setMember(KeyId key, std::optional<std::int64_t>& member, std::int64_t value);
     bool finishNode();
     bool finishEdge();
@@ -99,7 +101,7 @@ private:
     bool reportProgress();
     void checkTime(KeyId key, std::string_view value);
     std::string nameOf(KeyId key) const { return std::string(m_graph.keys.name(key)); }
-    bool fail(std::int64_t line, std::string message);
+    bool fail(std::int64_t line, Message message);
 
     GmlLexer& m_lexer;
     Graph& m_graph;
@@ -114,7 +116,7 @@ private:
     std::int64_t m_reportedOffset = 0;
 };
 
-bool GmlReader::fail(std::int64_t line, std::string message) {
+bool GmlReader::fail(std::int64_t line, Message message) {
     m_result.status = GmlResult::Status::failed;
     m_result.line = line;
     m_result.message = std::move(message);
@@ -143,7 +145,7 @@ bool GmlReader::readEntries() {
             case GmlLexer::Kind::open:
                 return fail(line, "a list without a key");
             case GmlLexer::Kind::text:
-                return fail(line, "a text without a key: " + quoted(m_lexer.text()));
+                return fail(line, {"a text without a key: %s", {quoted(m_lexer.text())}});
             default:
                 return fail(m_lexer.problem().line, m_lexer.problem().message);
         }
@@ -164,8 +166,9 @@ std::optional<KeyId> GmlReader::keyOf(std::string_view word) {
     if (const std::optional<KeyId> known = m_graph.keys.find(word)) return known;
     if (isKey(word)) return m_graph.keys.add(word);
     const bool isWord = isKeyStart(word[0]);
-    fail(m_lexer.line(), isWord ? "a key may hold letters, digits and \"_\" only: " + quoted(word)
-                                : "a key is missing before " + quoted(word));
+    fail(m_lexer.line(), {isWord ? "a key may hold letters, digits and \"_\" only: %s"
+                                 : "a key is missing before %s",
+                          {quoted(word)}});
     return std::nullopt;
 }
 
@@ -186,7 +189,7 @@ bool GmlReader::readEntry() {
         case GmlLexer::Kind::failed:
             return fail(m_lexer.problem().line, m_lexer.problem().message);
         default:
-            return fail(line, "the key " + quoted(nameOf(*key)) + " has no value");
+            return fail(line, {"the key %s has no value", {quoted(nameOf(*key))}});
     }
 }
 
@@ -194,9 +197,9 @@ bool GmlReader::openList(KeyId key) {
     const Level& outer = m_levels.back();
     const std::int64_t line = m_lexer.line();
     if (m_levels.size() > kDeepestList) {
-        return fail(line, "lists lie more than " + std::to_string(kDeepestList) + " deep");
+        return fail(line, {"lists lie more than %s deep", {std::to_string(kDeepestList)}});
     }
-    if (memberOf(key)) return fail(line, quoted(nameOf(key)) + " must be a whole number");
+    if (memberOf(key)) return failAsMember(key);
     if (outer.scope == Scope::file && key == kGraph) {
         if (m_hasGraph) return fail(line, "the file holds a second graph");
         m_hasGraph = true;
@@ -223,9 +226,7 @@ bool GmlReader::closeList() {
 }
 
 bool GmlReader::addText(KeyId key) {
-    if (memberOf(key)) {
-        return fail(m_lexer.line(), quoted(nameOf(key)) + " must be a whole number");
-    }
+    if (memberOf(key)) return failAsMember(key);
     if (m_lexer.text().size() > kLongestText) return fail(m_lexer.line(), "the text is too long");
     checkTime(key, m_lexer.text());
     m_levels.back().target->addText(key, m_lexer.text());
@@ -236,8 +237,8 @@ bool GmlReader::addNumber(KeyId key) {
     const std::string_view word = m_lexer.word();
     const GmlNumber number = readGmlNumber(word);
     if (number.kind == GmlNumber::Kind::none) {
-        return fail(m_lexer.line(), "the value of " + quoted(nameOf(key)) +
-                                        " is neither number, text nor list: " + quoted(word));
+        return fail(m_lexer.line(), {"the value of %s is neither number, text nor list: %s",
+                                     {quoted(nameOf(key)), quoted(word)}});
     }
     checkTime(key, word);
     AttributeSequence& target = *m_levels.back().target;
@@ -247,7 +248,7 @@ bool GmlReader::addNumber(KeyId key) {
         target.addInteger(key, number.integer);
         return true;
     }
-    if (member) return fail(m_lexer.line(), quoted(nameOf(key)) + " must be a whole number");
+    if (member) return failAsMember(key);
     target.addReal(key, strictSpelling(word));
     return true;
 }
@@ -256,7 +257,7 @@ void GmlReader::checkTime(KeyId key, std::string_view value) {
     if (m_levels.back().scope != Scope::node) return;
     const char* const problem = wrongTime(key, value);
     if (!problem || ++m_result.remarkCount > kMostRemarks) return;
-    m_result.remarks.push_back({m_lexer.line(), problem + (": " + quoted(value))});
+    m_result.remarks.push_back({m_lexer.line(), {problem, {quoted(value)}}});
 }
 
 // Where the value goes when it is no attribute but part of the node or edge; else null.
@@ -269,8 +270,12 @@ std::optional<std::int64_t>* GmlReader::memberOf(KeyId key) {
     return nullptr;
 }
 
+bool GmlReader::failAsMember(KeyId key) {
+    return fail(m_lexer.line(), {"%s must be a whole number", {quoted(nameOf(key))}});
+}
+
 bool GmlReader::setMember(KeyId key, std::optional<std::int64_t>& member, std::int64_t value) {
-    if (member) return fail(m_lexer.line(), "a second " + quoted(nameOf(key)));
+    if (member) return fail(m_lexer.line(), {"a second %s", {quoted(nameOf(key))}});
     member = value;
     return true;
 }
@@ -281,7 +286,7 @@ bool GmlReader::finishNode() {
     m_graph.nodes.push_back({*m_element.id, static_cast<std::uint32_t>(first),
                              static_cast<std::uint32_t>(m_graph.attributes.size() - first)});
     if (m_index.addLast()) return true;
-    return fail(m_element.line, "a node before has the id " + std::to_string(*m_element.id));
+    return fail(m_element.line, {"a node before has the id %s", {std::to_string(*m_element.id)}});
 }
 
 bool GmlReader::finishEdge() {
@@ -306,8 +311,9 @@ bool GmlReader::resolve(std::size_t edge, std::int64_t line, std::int64_t source
         const std::int64_t id = isSource ? source : target;
         const std::optional<std::uint32_t> node = m_index.find(id);
         if (!node) {
-            return fail(line, std::string("the ") + (isSource ? "source" : "target") +
-                                  " of the edge is no node: " + std::to_string(id));
+            return fail(line, {isSource ? "the source of the edge is no node: %s"
+                                        : "the target of the edge is no node: %s",
+                               {std::to_string(id)}});
         }
         (isSource ? m_graph.edges[edge].source : m_graph.edges[edge].target) = *node;
     }
@@ -327,20 +333,20 @@ bool GmlReader::finishFile() {
 
 }  // namespace
 
-std::string GmlResult::text(const std::string& fileName) const {
+Message GmlResult::problemIn(const std::string& fileName) const {
     return placed(fileName, line, message);
 }
 
-std::string GmlResult::remarkText(const std::string& fileName) const {
-    std::string text;
+std::vector<Message> GmlResult::remarksIn(const std::string& fileName) const {
+    std::vector<Message> all;
     for (const auto& [remarkLine, remark] : remarks) {
-        if (!text.empty()) text += '\n';
-        text += placed(fileName, remarkLine, remark);
+        all.push_back(placed(fileName, remarkLine, remark));
     }
     if (remarkCount > remarks.size()) {
-        text += "\n" + fileName + ": and " + std::to_string(remarkCount - remarks.size()) + " more";
+        const std::string rest = std::to_string(remarkCount - remarks.size());
+        all.push_back(placed(fileName, 0, {"and %s more", {rest}}));
     }
-    return text;
+    return all;
 }
 
 GmlResult readGml(const std::string& fileName, Graph& graph, const Progress& progress) {
@@ -353,7 +359,11 @@ GmlResult readGml(const std::string& fileName, Graph& graph, const Progress& pro
         GmlLexer lexer(fileName, scan);
         return GmlReader(lexer, graph, progress).run();
     } catch (const std::bad_alloc&) {
-        return {GmlResult::Status::failed, 0, "there is not enough memory for this graph", {}, 0};
+        return {GmlResult::Status::failed,
+                0,
+                "there is not enough memory for this graph: close other models and programs",
+                {},
+                0};
     }
 }
 

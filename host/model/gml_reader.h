@@ -17,15 +17,14 @@ struct GmlResult {
 
     Status status = Status::done;
     std::int64_t line = 0;  // where it failed, counted from 1; 0 when that is no line
-    std::string message;    // what is wrong there, in ASCII
+    Message message;        // what is wrong there, in ASCII
     // What is wrong and did no harm, in the order of the file; the first of them, then their count.
     std::vector<FileProblem> remarks;
     std::size_t remarkCount = 0;
 
-    // "file(line): message", without the line when there is none.
-    std::string text(const std::string& fileName) const;
-    // All remarks likewise, a line each.
-    std::string remarkText(const std::string& fileName) const;
+    // The message, and all remarks, with their place in the file.
+    Message problemIn(const std::string& fileName) const;
+    std::vector<Message> remarksIn(const std::string& fileName) const;
 };
 
 // Called about once a megabyte with 0 to 100; false ends the import.

@@ -20,10 +20,11 @@ const char* wrongTime(KeyId key, std::string_view text) {
     if (key != kDuration && key != kChanged) return nullptr;
     const std::string value(text);
     if (key == kDuration && !ZelCoreTime::isTime(value.c_str())) {
-        return "a duration must be like \"00:001:02:03:04\" (years, days, hours, minutes, seconds)";
+        return "a duration must be like \"00:001:02:03:04\" (years, days, hours, minutes, "
+               "seconds): %s";
     }
     if (key == kChanged && !ZelCoreDateTime::IsValidString(value.c_str())) {
-        return "\"changed\" must be a day and a time like \"2024:02:29 12:00:00\"";
+        return "\"changed\" must be a day and a time like \"2024:02:29 12:00:00\": %s";
     }
     return nullptr;
 }

@@ -13,7 +13,8 @@
 
 namespace zelhost {
 
-// What a value of `key` must be and is not, in ASCII; null where it is, and for other keys.
+// What a value of `key` must be and is not: the text of a message that has the value for its
+// detail. Null where it is, and for other keys.
 const char* wrongTime(KeyId key, std::string_view text);
 
 // The node's value, empty when it has none that is right.

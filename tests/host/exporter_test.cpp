@@ -28,7 +28,7 @@ TEST(PendingFile, TakesItsPlaceWhenItIsComplete) {
         EXPECT_TRUE(file.writer()("text"));
         EXPECT_TRUE(file.commit());
         EXPECT_EQ(readFile(path), "new text");
-        EXPECT_EQ(file.problem(), "");
+        EXPECT_TRUE(file.problem().empty());
     }
     {
         PendingFile file(path);
@@ -66,11 +66,11 @@ TEST(PendingFile, LeavesNothingBehindUnlessItIsKilled) {
 TEST(PendingFile, SaysOnceWhatWentWrongFirst) {
     const TempDir dir;
     PendingFile file(dir.path("nowhere\\f"));
-    const std::string problem = file.problem();
+    const std::string problem = inEnglish(file.problem());
     EXPECT_EQ(problem.find(dir.path("nowhere\\f: cannot be written: ")), 0u) << problem;
     EXPECT_FALSE(file.write("x"));
     EXPECT_FALSE(file.commit());
-    EXPECT_EQ(file.problem(), problem);
+    EXPECT_EQ(inEnglish(file.problem()), problem);
 }
 
 TEST(Exporter, ListsTheFilesUpToTheFirstProblem) {
@@ -80,8 +80,8 @@ TEST(Exporter, ListsTheFilesUpToTheFirstProblem) {
         zelhost::exportModel(graphOf(kSmallModel), nullptr, dir.root().string(), "m",
                              [](const std::string&) { return true; });
     EXPECT_EQ(result.files, (std::vector<std::string>{dir.path("m.gml"), dir.path("m.graphml")}));
-    EXPECT_EQ(result.problem.find(dir.path("m.nodes.csv: cannot be written: ")), 0u)
-        << result.problem;
+    const std::string problem = inEnglish(result.problem);
+    EXPECT_EQ(problem.find(dir.path("m.nodes.csv: cannot be written: ")), 0u) << problem;
     EXPECT_EQ(filesIn(dir.root().string()), (std::vector<std::string>{"m.gml", "m.graphml"}));
 }
 
@@ -94,7 +94,7 @@ TEST(Exporter, LeavesNothingOfAnExportThatIsStopped) {
             zelhost::exportModel(graphOf(kSmallModel), nullptr, dir.root().string(), "m",
                                  [&](const std::string& file) { return file != at; });
         EXPECT_TRUE(result.isCancelled);
-        EXPECT_EQ(result.problem, "");
+        EXPECT_TRUE(result.problem.empty());
         EXPECT_EQ(filesIn(dir.root().string()), std::vector<std::string>{"m.gml"});
         EXPECT_EQ(readFile(old), "old");
     }

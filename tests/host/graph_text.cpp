@@ -57,7 +57,7 @@ Graph graphOf(std::string_view gml) {
     const TempDir directory;
     Graph graph;
     const GmlResult result = zelhost::readGml(directory.write("model.gml", gml), graph);
-    EXPECT_EQ(result.status, GmlResult::Status::done) << result.text("model.gml");
+    EXPECT_EQ(result.status, GmlResult::Status::done) << inEnglish(result.message);
     return graph;
 }
 

@@ -363,12 +363,12 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
 
     const SeenBox problems = watcher.waitFor(1)[0];
     EXPECT_EQ(problems.caption, "zelhost: Probleme");
-    EXPECT_EQ(
-        problems.text,
-        "bad.gml: the file is empty\n\nBerichtigen Sie die Datei an der genannten Stelle, und "
-        "\xF6"
-        "ffnen Sie sie erneut (Datei > \xD6"
-        "ffnen).");
+    EXPECT_EQ(problems.text,
+              "bad.gml: die Datei ist leer\n\nPr\xFC"
+              "fen Sie, ob es die Datei gibt, ob Sie sie lesen d\xFC"
+              "rfen und ob sie ein Graphmodell in GML ist. \xD6"
+              "ffnen Sie sie dann erneut (Datei > \xD6"
+              "ffnen).");
     EXPECT_EQ(textOf(frame), "zelhost");
     std::vector<std::string> titles;
     for (const HWND child : childrenOf(frame)) titles.push_back(textOf(child));
@@ -380,7 +380,7 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
               "\xDC"
               "ber zelhost");
     EXPECT_EQ(german.text.find("zelhost "), 0u) << german.text;
-    EXPECT_NE(german.text.find("Language: Deutsch"), std::string::npos) << german.text;
+    EXPECT_NE(german.text.find("Sprache: Deutsch"), std::string::npos) << german.text;
     post(frame, HostFrame::kEnglish);
     post(frame, HostFrame::kAbout);
     const SeenBox english = watcher.waitFor(3)[2];
@@ -427,8 +427,8 @@ TEST(ZelhostWindow, ShowsTheNodesOfTheLastDays) {
         "seconds): \"x\"\n";
     EXPECT_EQ(watcher.waitFor(1)[0].text,
               remark +
-                  "\nThe model is open all the same; correct the file if these times are to "
-                  "count.");
+                  "\nA model of which only times are wrong is open all the same; correct its file "
+                  "if they are to count.");
     post(frame, HostFrame::kFilter);
     const SeenBox dialog = watcher.waitFor(2)[1];
     EXPECT_EQ(dialog.caption, "Filter by date");
