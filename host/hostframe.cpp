@@ -149,8 +149,7 @@ void HostFrame::filterActive() {
         return !changed.empty() && dayOf(changed) >= since;
     });
     part->picture.reset();  // was that of the whole
-    const SV::String title = filled(Text::kChangedSince, shownDay(since));
-    part->path += std::string(" - ") + title.c_str();
+    part->since = since;
     part->name += "_since_" + std::string(ZelDate::GetFormatedDate(since, "yyyy-mm-dd").c_str());
     show(std::move(part));
 }

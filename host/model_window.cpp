@@ -19,6 +19,7 @@ namespace {
 
 constexpr UINT_PTR kFilterTimer = 1;
 constexpr UINT kTypingPauseMs = 100;  // large pictures take their time
+constexpr UINT kTimesFormat = DT_WORDBREAK | DT_NOPREFIX;
 
 // As large as fits into the window without being enlarged.
 SV::Size fittingSize(SV::Size picture, SV::Size window) {
@@ -38,10 +39,15 @@ std::shared_ptr<const SV::Image> pictureOf(const Model& model) {
     return model.picture && !isLarger ? model.picture : drawnForScreen(model.graph);
 }
 
+SV::String titleOf(const Model& model) {
+    const SV::String file(fileNameOf(model.path));
+    return model.since ? file + " - " + filled(Text::kChangedSince, shownDay(*model.since)) : file;
+}
+
 }  // namespace
 
 ModelWindow::ModelWindow(SV::MDIFrame& frame, std::shared_ptr<const Model> model)
-    : SV::MDIChild(frame, SV::String(fileNameOf(model->path))),
+    : SV::MDIChild(frame, titleOf(*model)),
       m_model(std::move(model)),
       m_times(timesOf(m_model->graph)),
       m_filterBar(*this),
@@ -63,6 +69,7 @@ ModelWindow::~ModelWindow() {
 }
 
 void ModelWindow::languageChanged() {
+    SetText(titleOf(*m_model));
     m_filterBar.layOut(GetClientSize().width);
     showOutcome();
     Invalidate();  // the line with the times is painted
@@ -136,10 +143,10 @@ void ModelWindow::Paint(HDC__* device) {
     const RECT all = {0, top, client.width, client.height};
     ::FillRect(device, &all, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
     client.height -= top;
-    const bool hasTimes = m_times.durations > 0 || !m_times.lastChange.empty();
-    const int timesHeight = hasTimes ? m_filterBar.height() : 0;
-    paintPicture(device, top, {client.width, client.height - timesHeight});
-    if (hasTimes) paintTimes(device, {client.width, top + client.height});
+    const SV::String times = timesText();
+    client.height -= timesHeight(device, times, client.width);
+    paintPicture(device, top, client);
+    paintTimes(device, times, top + client.height);
 }
 
 void ModelWindow::paintPicture(HDC__* device, int top, SV::Size area) {
@@ -149,22 +156,37 @@ void ModelWindow::paintPicture(HDC__* device, int top, SV::Size area) {
     m_fitted.Draw(device, (area.width - size.width) / 2, top + (area.height - size.height) / 2);
 }
 
-// In a line at the bottom, in the language of the moment.
-void ModelWindow::paintTimes(HDC__* device, SV::Size client) {
+// In the language of the moment; empty when the model has none.
+SV::String ModelWindow::timesText() const {
     SV::String text;
     if (m_times.durations > 0) text = filled(Text::kTotal, shownDuration(m_times.total));
     if (!m_times.lastChange.empty()) {
         if (!text.empty()) text += "   ";
         text += filled(Text::kLastChange, shownChange(m_times.lastChange));
     }
+    return text;
+}
+
+// In a narrow window the text takes several lines.
+int ModelWindow::timesHeight(HDC__* device, const SV::String& text, int width) const {
+    if (text.empty()) return 0;
     const int margin = m_filterBar.margin();
-    RECT line = {margin, client.height - m_filterBar.height(), client.width - margin,
-                 client.height};
+    RECT lines = {0, 0, width - 2 * margin, 0};
+    const HGDIOBJ previous = ::SelectObject(device, m_filterBar.font());
+    ::DrawTextA(device, text.c_str(), static_cast<int>(text.size()), &lines,
+                kTimesFormat | DT_CALCRECT);
+    ::SelectObject(device, previous);
+    return static_cast<int>(lines.bottom) + 2 * margin;
+}
+
+void ModelWindow::paintTimes(HDC__* device, const SV::String& text, int top) {
+    const SV::Size client = GetClientSize();
+    const int margin = m_filterBar.margin();
+    RECT lines = {margin, top + margin, client.width - margin, client.height};
     const HGDIOBJ previous = ::SelectObject(device, m_filterBar.font());
     ::SetBkMode(device, TRANSPARENT);
     ::SetTextColor(device, RGB(60, 60, 60));
-    ::DrawTextA(device, text.c_str(), static_cast<int>(text.size()), &line,
-                DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    ::DrawTextA(device, text.c_str(), static_cast<int>(text.size()), &lines, kTimesFormat);
     ::SelectObject(device, previous);
 }
 

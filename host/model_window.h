@@ -3,12 +3,14 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "caption_filter.h"
 #include "filter_bar.h"
 #include "model/graph.h"
 #include "model/node_times.h"
+#include "sv/datetime.h"
 #include "sv/image.h"
 #include "sv/window.h"
 
@@ -16,8 +18,9 @@ namespace zelhost {
 
 // A model that has been read.
 struct Model {
-    std::string path;  // as given
-    std::string name;  // of its exports
+    std::string path;               // as given
+    std::optional<SV::Date> since;  // it is the part that was changed from that day on
+    std::string name;               // of its exports
     Graph graph;
     std::shared_ptr<const SV::Image> picture;  // null: not drawn yet
 };
@@ -36,7 +39,9 @@ public:
 private:
     void Paint(HDC__* device) override;
     void paintPicture(HDC__* device, int top, SV::Size area);
-    void paintTimes(HDC__* device, SV::Size client);
+    SV::String timesText() const;
+    int timesHeight(HDC__* device, const SV::String& text, int width) const;
+    void paintTimes(HDC__* device, const SV::String& text, int top);
     void Resized(SV::Size client) override;
     std::intptr_t handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
     void applyFilter();

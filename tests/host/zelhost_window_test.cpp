@@ -438,6 +438,10 @@ TEST(ZelhostWindow, ShowsTheNodesOfTheLastDays) {
     EXPECT_EQ(watcher.waitFor(3)[2].caption, "Export");
     ASSERT_EQ(childrenOf(frame).size(), 2u);
     EXPECT_EQ(textOf(childrenOf(frame)[0]), "m.gml - changed since Thursday, May 02, 2024");
+    post(frame, HostFrame::kGerman);
+    post(frame, HostFrame::kAbout);
+    watcher.waitFor(4);
+    EXPECT_EQ(textOf(childrenOf(frame)[0]), "m.gml - ge\xE4ndert seit Donnerstag, 02. Mai 2024");
     EXPECT_EQ(readFile(dir.path("out\\m_since_2024-05-02.nodes.csv")),
               "\xEF\xBB\xBFid;caption;duration;changed\n2;2;x;2024:05:02 00:00:00\n");
     ::PostMessageA(frame, WM_CLOSE, 0, 0);
