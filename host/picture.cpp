@@ -27,8 +27,10 @@ constexpr int kReadableFontHeight = 6;
 constexpr std::size_t kMostBytes = 300;  // of a text: nobody reads more of it in a picture
 constexpr double kPaddingX = 10, kPaddingY = 6;
 constexpr double kArrowLength = 9, kArrowHalfWidth = 3.5;
-// GDI draws without smoothing: everything is drawn at twice the size and halved.
+// GDI draws without smoothing: everything is drawn at twice the size and halved. Not so when lines
+// would cover the whole picture many times: the only difference to be seen is the time it takes.
 constexpr int kOversampling = 2;
+constexpr double kMostCovers = 10;
 
 const SV::Color kPaper(255, 255, 255);
 const SV::Color kEdgeColor(96, 108, 128);
@@ -92,6 +94,18 @@ double scaleOf(Size size, bool canBeRead, double zoom) {
     return std::min({canBeRead ? zoom : 1.0, width / size.width, height / size.height});
 }
 
+// How often the lines would cover the picture if they lay side by side, each a pixel wide.
+double coversBy(const Layout& layout, double scale) {
+    double length = 0;
+    for (std::size_t i = 0; i < layout.lines.size(); ++i) {
+        const std::span<const Point> line = layout.lines[i];
+        for (std::size_t j = 1; j < line.size(); ++j) {
+            length += std::hypot(line[j].x - line[j - 1].x, line[j].y - line[j - 1].y);
+        }
+    }
+    return length / (layout.size.width * layout.size.height * scale);
+}
+
 // Each pixel the average of four.
 SV::Image halved(const SV::VirtualDevice& image) {
     SV::Image half({image.GetSize().width / 2, image.GetSize().height / 2});
@@ -115,7 +129,8 @@ public:
     Drawing(const Graph& graph, const Layout& layout, double scale, const std::stop_token& stop)
         : m_graph(graph),
           m_layout(layout),
-          m_scale(scale * kOversampling),
+          m_oversampling(coversBy(layout, scale) > kMostCovers ? 1 : kOversampling),
+          m_scale(scale * m_oversampling),
           m_stop(stop),
           m_device({scaled(layout.size.width), scaled(layout.size.height)}) {}
 
@@ -124,19 +139,19 @@ public:
         clear();
         drawEdges();
         const int fontHeight = static_cast<int>(kFontHeight * m_scale);
-        const bool isReadable = fontHeight >= kReadableFontHeight * kOversampling;
+        const bool isReadable = fontHeight >= kReadableFontHeight * m_oversampling;
         if (isReadable) drawLabels();
         drawBoxes();
         if (isReadable) drawCaptions(fontHeight);
-        return halved(m_device);
+        return m_oversampling == 1 ? m_device.GetImage() : halved(m_device);
     }
 
 private:
     bool goesOn() const { return !m_stop.stop_requested(); }
     // Even, so that halving leaves nothing over.
     int scaled(double length) const {
-        return kOversampling *
-               std::max(1, static_cast<int>(std::ceil(length * m_scale / kOversampling)));
+        return m_oversampling *
+               std::max(1, static_cast<int>(std::ceil(length * m_scale / m_oversampling)));
     }
     int at(double position) const { return static_cast<int>(std::lround(position * m_scale)); }
     POINT at(Point point) const { return {at(point.x), at(point.y)}; }
@@ -228,6 +243,7 @@ private:
 
     const Graph& m_graph;
     const Layout& m_layout;
+    const int m_oversampling;
     const double m_scale;  // pixels of the device for a unit of the layout
     const std::stop_token& m_stop;
     SV::VirtualDevice m_device;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -110,6 +112,29 @@ TEST(Picture, ShowsTheBeginningOfLongCaptions) {
     };
     EXPECT_LT(sizeOf(100).width, sizeOf(400).width);
     EXPECT_EQ(sizeOf(400), sizeOf(8000));
+}
+
+// Smoothing makes colours between those that are drawn with.
+TEST(Picture, IsSmoothUnlessLinesCoverItManyTimes) {
+    const auto coloursOf = [](int edgesPerNode) {
+        constexpr int kNodes = 200;
+        std::string gml = "graph [";
+        for (int i = 0; i < kNodes; ++i) {
+            gml += " node [ id " + std::to_string(i) + " label \" \" ]\n";
+            for (int j = 1; j <= edgesPerNode && i + j < kNodes; ++j) {
+                gml += " edge [ source " + std::to_string(i) + " target " + std::to_string(i + j) +
+                       " ]\n";
+            }
+        }
+        const SV::Image picture = zelhost::drawPicture(graphOf(gml + " ]"));
+        std::set<std::uint32_t> colours;
+        for (int y = 0; y < picture.GetSize().height; ++y) {
+            colours.insert(picture.GetRow(y), picture.GetRow(y) + picture.GetSize().width);
+        }
+        return colours.size();
+    };
+    EXPECT_GT(coloursOf(1), 4u);
+    EXPECT_LE(coloursOf(200), 4u);
 }
 
 TEST(Paths, AreTakenApart) {
