@@ -70,12 +70,13 @@ std::intptr_t FilterField::handle(unsigned message, std::uintptr_t wParam, std::
     return SV::Control::handle(message, wParam, lParam);
 }
 
-FilterBar::FilterBar(SV::Window& parent)
-    : m_parent(parent.GetHandle()),
+FilterBar::FilterBar(SV::Window& parent, std::size_t nodeCount)
+    : m_nodeCount(nodeCount),
+      m_parent(parent.GetHandle()),
       m_font(messageFont()),
       m_label(add("STATIC", SS_LEFTNOWORDWRAP, 0)),
       m_field(parent, addField()),
-      m_outcome(add("STATIC", SS_LEFTNOWORDWRAP, 0)),
+      m_outcome(add("STATIC", SS_LEFTNOWORDWRAP | SS_ENDELLIPSIS, 0)),
       m_margin(scaled(kMargin)) {
     ::SendMessageA(m_field.GetHandle(), EM_SETLIMITTEXT, kMaxPatternSize, 0);
     m_height = Measure(m_parent, m_font.get()).lineHeight() + scaled(kFieldFrame) + 2 * m_margin;
@@ -100,9 +101,12 @@ void FilterBar::focus() { m_field.GrabFocus(); }
 
 void FilterBar::clear() { m_field.SetText(""); }
 
-void FilterBar::showCount(std::size_t shown, std::size_t all) {
-    const SV::String text = filled(textOf(Text::kFilterCount), std::to_string(shown));
-    ::SetWindowTextA(m_outcome, filled(text, std::to_string(all)).c_str());
+SV::String FilterBar::countText(std::size_t shown) const {
+    return filled(filled(Text::kFilterCount, std::to_string(shown)), std::to_string(m_nodeCount));
+}
+
+void FilterBar::showCount(std::size_t shown) {
+    ::SetWindowTextA(m_outcome, countText(shown).c_str());
 }
 
 void FilterBar::showUnusable() {
@@ -116,8 +120,10 @@ void FilterBar::layOut(int width) {
     const int labelWidth = measure.widthOf(label);
     const int fieldStart = m_margin + labelWidth + m_margin;
     const int wanted = measure.widthOf(SV::String(std::size_t{kFieldLetters}, 'x'));
-    const int fieldWidth =
-        std::max(scaled(kMinFieldWidth), std::min(wanted, (width - fieldStart) / 2));
+    // In narrow windows what came of it counts more.
+    const int outcomeWidth = measure.widthOf(countText(m_nodeCount));
+    const int room = width - fieldStart - 2 * m_margin - outcomeWidth - m_margin;
+    const int fieldWidth = std::clamp(room, scaled(kMinFieldWidth), wanted);
     const int outcomeStart = fieldStart + fieldWidth + 2 * m_margin;
     const int textTop = m_margin + scaled(kFieldFrame) / 2;
     const int textHeight = m_height - 2 * textTop;

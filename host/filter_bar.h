@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "sv/control.h"
@@ -27,7 +28,7 @@ public:
     // The field tells its parent of changes by WM_COMMAND with this number.
     static constexpr int kFieldId = 1;
 
-    explicit FilterBar(SV::Window& parent);
+    FilterBar(SV::Window& parent, std::size_t nodeCount);
 
     int height() const { return m_height; }
     int margin() const { return m_margin; }
@@ -35,7 +36,7 @@ public:
     SV::String pattern() const;
     void focus();
     void clear();
-    void showCount(std::size_t shown, std::size_t all);
+    void showCount(std::size_t shown);
     void showUnusable();
     // Sets the label's text in the language of the user interface and places everything.
     void layOut(int width);
@@ -46,8 +47,10 @@ private:
     };
 
     int addField();
+    SV::String countText(std::size_t shown) const;
     HWND add(const char* windowClass, unsigned long style, int id);
 
+    std::size_t m_nodeCount;
     HWND m_parent;
     std::unique_ptr<HFONT__, FontDeleter> m_font;
     HWND m_label;

@@ -50,7 +50,7 @@ ModelWindow::ModelWindow(SV::MDIFrame& frame, std::shared_ptr<const Model> model
     : SV::MDIChild(frame, titleOf(*model)),
       m_model(std::move(model)),
       m_times(timesOf(m_model->graph)),
-      m_filterBar(*this),
+      m_filterBar(*this, m_model->graph.nodes.size()),
       m_shownNodes(m_model->graph.nodes.size()),
       m_picture(pictureOf(*m_model)) {
     // What this window paints must not cover the field.
@@ -110,7 +110,8 @@ void ModelWindow::showFiltered(const CaptionFilter& filter) {
         Graph graph = m_model->graph;
         filter.apply(graph);
         m_shownNodes = graph.nodes.size();
-        m_picture = drawnForScreen(graph);
+        const bool isWhole = m_shownNodes == m_model->graph.nodes.size();
+        m_picture = isWhole ? pictureOf(*m_model) : drawnForScreen(graph);
     } catch (const std::bad_alloc&) {  // of the copy
         m_shownNodes = 0;
         m_picture.reset();
@@ -121,7 +122,7 @@ void ModelWindow::showFiltered(const CaptionFilter& filter) {
 
 void ModelWindow::showOutcome() {
     if (m_isFilterUsable) {
-        m_filterBar.showCount(m_shownNodes, m_model->graph.nodes.size());
+        m_filterBar.showCount(m_shownNodes);
     } else {
         m_filterBar.showUnusable();
     }
