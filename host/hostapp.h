@@ -82,7 +82,7 @@ private:
     std::optional<CaptionFilter> m_filter;           // of `-match`
     std::unique_ptr<HostFrame> m_frame;              // null without windows
     std::set<std::string> m_names;                   // of exports, in lower case
-    std::string m_problems;                          // not yet shown to the user
+    std::vector<std::string> m_problems;             // not yet shown to the user
     std::vector<Text> m_advice;                      // about them
     bool m_isStopped = false;
     bool m_isUsageWanted = false;

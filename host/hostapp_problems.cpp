@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <span>
 #include <utility>
 
 #include "boxes.h"
@@ -16,6 +17,13 @@ namespace zelhost {
 namespace {
 
 constexpr char kLogFile[] = "zelhost.log";
+constexpr std::size_t kMostShown = 8;  // more do not fit on a small screen
+
+SV::String linesOf(std::span<const std::string> problems) {
+    SV::String text;
+    for (const std::string& problem : problems) text += SV::String(problem) + "\n";
+    return text;
+}
 
 }  // namespace
 
@@ -32,17 +40,23 @@ void HostApplication::report(const Message& problem, Text advice) {
     log(english);
     std::fprintf(stderr, "%s\n", english.c_str());
     ZelDebugOut(("[zel] " + english + "\n").c_str());
-    m_problems += inLanguage(problem) + "\n";
+    const std::string own = inLanguage(problem);
+    if (std::ranges::find(m_problems, own) == m_problems.end()) m_problems.push_back(own);
     if (std::ranges::find(m_advice, advice) == m_advice.end()) m_advice.push_back(advice);
 }
 
 void HostApplication::showProblems() {
     if (m_problems.empty()) return;
-    SV::String text(std::exchange(m_problems, {}));
+    const std::vector<std::string> problems = std::exchange(m_problems, {});
     const std::vector<Text> advice = std::exchange(m_advice, {});
     if (IsModalDialogSuppression()) {
-        ModalDialogSuppressionLog(text);
+        ModalDialogSuppressionLog(linesOf(problems));
     } else if (!isClosed()) {
+        const std::size_t shown = std::min(problems.size(), kMostShown);
+        SV::String text = linesOf(std::span(problems).first(shown));
+        if (const std::size_t more = problems.size() - shown; more > 0) {
+            text += filled(Text::kMoreProblems, std::to_string(more)) + "\n";
+        }
         for (const Text line : advice) text += "\n" + textOf(line);
         showProblem(text);
     }

@@ -55,8 +55,9 @@ enum class Text : std::uint32_t {
     kAdviceVeto,
     kAdviceCommand,
     kAdviceAfter,
-    kAdviceFile,  // where none is
-    kAbout,       // version, build, data version and language
+    kAdviceFile,    // where none is
+    kAbout,         // version, build, data version and language
+    kMoreProblems,  // "%s" is their number
 };
 
 // In the language of the user interface.

@@ -411,6 +411,31 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
     EXPECT_EQ(watcher.seen().size(), 6u);
 }
 
+TEST(ZelhostWindow, ShowsTheFirstProblemsEachOnce) {
+    const TempDir dir;
+    std::vector<std::string> arguments = {"-oout", "-lang1031", "m0.gml"};
+    std::string shown;
+    for (int i = 0; i < 10; ++i) {
+        const std::string name = "m" + std::to_string(i) + ".gml";
+        dir.write(name, "graph [\n node [ ] ]");
+        arguments.push_back(name);
+        if (i < 8) shown += name + "(2): dem Knoten fehlt \"id\"\n";
+    }
+    ChildOptions options;
+    options.directory = dir.root().string();
+    RunningProgram program(hostProgram(), arguments, options);
+    const BoxWatcher watcher(IDOK, program.id());
+    const HWND frame = waitForFrame(program);
+    EXPECT_EQ(watcher.waitFor(1)[0].text,
+              shown +
+                  "und 2 weitere: siehe die Datei zelhost.log im Startordner\n\n"
+                  "Berichtigen Sie die Datei in der Zeile, die in Klammern steht, und \xF6"
+                  "ffnen Sie sie erneut (Datei > \xD6"
+                  "ffnen).");
+    ::PostMessageA(frame, WM_CLOSE, 0, 0);
+    EXPECT_EQ(program.wait().exitCode, 1u);
+}
+
 TEST(ZelhostWindow, ShowsTheNodesOfTheLastDays) {
     const TempDir dir;
     dir.write("m.gml",
