@@ -1,27 +1,24 @@
 #include "database_user.h"
 
-#include <cstdio>
+#include <string>
 
 #include "zbasic/zdbuser.h"
 #include "zbasic/ztools.h"
 
 namespace zelhost {
 
-bool showDatabaseUser() {
+DatabaseUser databaseUser() {
     // Named here only to be shown: the library finds its file by itself.
-    const SV::String path = Zel_GetProgramPathFilename("zdbuser.txt");
+    const std::string path = Zel_GetProgramPathFilename("zdbuser.txt").c_str();
     ZelDBUserUtils file;
     if (!file.IsExternalDefined()) {
-        std::printf("no database user: %s cannot be opened\n", path.c_str());
-        return false;
+        return {false, {"no database user: %s cannot be opened", {path}}};
     }
-    const SV::String user = file.GetDBUserName("");
+    const std::string user = file.GetDBUserName("").c_str();
     if (user.empty()) {
-        std::printf("no database user: %s holds none that can be read\n", path.c_str());
-        return false;
+        return {false, {"no database user: %s holds none that can be read", {path}}};
     }
-    std::printf("database user: %s\nfile: %s\n", user.c_str(), path.c_str());
-    return true;
+    return {true, {"database user: %s\nfile: %s", {user, path}}};
 }
 
 }  // namespace zelhost

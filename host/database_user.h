@@ -2,9 +2,15 @@
 
 #pragma once
 
+#include "model/message.h"
+
 namespace zelhost {
 
-// Prints the user and the file that says so. False when there is no such file or it is worthless.
-bool showDatabaseUser();
+struct DatabaseUser {
+    bool isKnown = false;
+    Message text;  // the user and the file that says so, or why there is none
+};
+
+DatabaseUser databaseUser();
 
 }  // namespace zelhost

@@ -57,7 +57,7 @@ int HostApplication::initApplication() {
         m_isUserWanted = true;
         return kDone;
     }
-    std::string problem;
+    Message problem;
     const std::optional<Options> options = readOptions(problem);
     if (!options) return refuse(problem);
     m_options = *options;
@@ -84,10 +84,14 @@ int HostApplication::initApplication() {
 
 int HostApplication::runApplication() {
     if (m_isUsageWanted) {
-        std::fputs(kUsage, stdout);
+        tell(stdout, kUsage, kUsage);
         return kDone;
     }
-    if (m_isUserWanted) return showDatabaseUser() ? kDone : kSomeFailed;
+    if (m_isUserWanted) {
+        const DatabaseUser user = databaseUser();
+        tell(stdout, inEnglish(user.text) + "\n", user.text);
+        return user.isKnown ? kDone : kSomeFailed;
+    }
     if (m_frame) m_frame->Show();
     removeLeftovers(m_options.outputDirectory);
     const int status = processAll();
@@ -123,12 +127,6 @@ bool HostApplication::getMDIClientImage(SV::Image& image, int& mode) {
     image = backgroundTile();
     mode = kTiled;
     return true;
-}
-
-int HostApplication::refuse(const std::string& problem) {
-    log(problem);
-    std::fprintf(stderr, "zelhost: %s\n\n%s", problem.c_str(), kUsage);
-    return kWrongUsage;
 }
 
 void HostApplication::announcePhase(const char* text) {

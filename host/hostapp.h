@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <set>
@@ -57,7 +58,10 @@ public:
 private:
     enum Status : int { kDone = 0, kSomeFailed = 1, kWrongUsage = 2, kStopped = 3 };
 
-    int refuse(const std::string& problem);
+    int refuse(const Message& problem);
+    // What somebody asked for on the command line: to the stream, or to a box where that leads
+    // nowhere, as with a program that no console has started.
+    void tell(std::FILE* stream, const std::string& text, const Message& boxText) const;
     // `advice` says in the box what the user can do.
     void report(const Message& problem, Text advice);
     bool isClosed() const;  // by the user, maybe in the middle of the work
@@ -68,7 +72,7 @@ private:
     bool draw(Model& model);
     void noteStop(const std::string& path);
     bool runAfter(bool isAllExported);
-    bool loadCommands(std::string& problem);
+    bool loadCommands(Message& problem);
     bool runCommands(const std::shared_ptr<const Model>& model);
     void openLog();
     void log(const std::string& text);

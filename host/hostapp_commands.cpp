@@ -8,11 +8,11 @@
 
 namespace zelhost {
 
-bool HostApplication::loadCommands(std::string& problem) {
+bool HostApplication::loadCommands(Message& problem) {
     for (const std::string& line : m_commands.load()) log(line);
     for (const std::string& request : m_options.commands) {
         if (m_commands.isKnown(request)) continue;
-        problem = "no plug-in has the command \"" + request + "\"";
+        problem = {"no plug-in has the command \"%s\"", {request}};
         return false;
     }
     return true;

@@ -35,6 +35,20 @@ void HostApplication::openLog() {
 
 void HostApplication::log(const std::string& text) { m_log.addText("%s", text.c_str()); }
 
+int HostApplication::refuse(const Message& problem) {
+    const std::string english = inEnglish(problem);
+    log(english);
+    tell(stderr, "zelhost: " + english + "\n\n" + kUsage,
+         {"%s\n\nzelhost -? shows how to call the program.", {inLanguage(problem)}});
+    return kWrongUsage;
+}
+
+void HostApplication::tell(std::FILE* stream, const std::string& text,
+                           const Message& boxText) const {
+    std::fputs(text.c_str(), stream);
+    if (IsWithGUI() && ::_fileno(stream) < 0) showBox("zelhost", inLanguage(boxText).c_str());
+}
+
 void HostApplication::report(const Message& problem, Text advice) {
     const std::string english = inEnglish(problem);
     log(english);

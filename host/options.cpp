@@ -83,7 +83,7 @@ bool isOfLibrary(std::string_view option) {
 
 }  // namespace
 
-std::optional<Options> readOptions(std::string& problem) {
+std::optional<Options> readOptions(Message& problem) {
     const ZelCmdline& line = ZelCmdline::Instance();
     Options options;
     std::string directory = "export";
@@ -108,7 +108,7 @@ std::optional<Options> readOptions(std::string& problem) {
         } else if (option.starts_with(kRun)) {
             options.commands.push_back(option.substr(kRun.size()));
         } else if (!isOfLibrary(option)) {
-            problem = "unknown option " + argument;
+            problem = {"unknown option %s", {argument}};
             return std::nullopt;
         }
     }

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "model/message.h"
+
 namespace zelhost {
 
 struct Options {
@@ -16,9 +18,8 @@ struct Options {
     std::optional<std::string> match;   // pattern of the captions to keep, in the code page
 };
 
-// From the library's command line. Nothing when it is wrong: an unknown option is named in
-// `problem` then.
-std::optional<Options> readOptions(std::string& problem);
+// From the library's command line. Nothing when it is wrong: `problem` says why then.
+std::optional<Options> readOptions(Message& problem);
 
 // How to call the program.
 extern const char kUsage[];

@@ -39,8 +39,8 @@ TEST(ZelhostPlugins, RunCommandsForEachModelAndLogThem) {
     const TempDir dir;
     dir.write("m.gml", kSmallModel);
     dir.write("n", "graph [ node [ id 5 ] ]");  // a file of this very name is taken as it is
-    const ChildResult result =
-        runHost(dir.root().string(), {"m", "n", "-runfigures", "-runfigures m", "-oout"});
+    const ChildResult result = runHost(
+        dir.root().string(), {"m", "n", "-runfigures", "-runfigures m", "-oout", "-lang1033"});
     EXPECT_EQ(result.exitCode, 1u);
     const std::string ofM =
         "nodes: 2\nedges: 1\ncomponents: 1\ndegree 1: 2 nodes\n"

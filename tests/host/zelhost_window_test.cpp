@@ -436,6 +436,26 @@ TEST(ZelhostWindow, ShowsTheFirstProblemsEachOnce) {
     EXPECT_EQ(program.wait().exitCode, 1u);
 }
 
+// As from an icon: without a console, and without standard streams.
+TEST(ZelhostWindow, SaysInABoxWhatNobodyWouldReadOnAConsole) {
+    std::string command = "\"" + hostProgram() + "\" -lang1031 -bogus";
+    STARTUPINFOA start = {};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process = {};
+    ASSERT_TRUE(::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS,
+                                 nullptr, nullptr, &start, &process));
+    const BoxWatcher watcher(IDOK, process.dwProcessId);
+    EXPECT_EQ(watcher.waitFor(1)[0].text,
+              "unbekannte Option -bogus\n\n"
+              "zelhost -? zeigt, wie das Programm aufzurufen ist.");
+    EXPECT_EQ(::WaitForSingleObject(process.hProcess, 30'000), WAIT_OBJECT_0);
+    DWORD exitCode = 0;
+    ::GetExitCodeProcess(process.hProcess, &exitCode);
+    EXPECT_EQ(exitCode, 2u);
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+}
+
 TEST(ZelhostWindow, ShowsTheNodesOfTheLastDays) {
     const TempDir dir;
     dir.write("m.gml",
