@@ -72,7 +72,7 @@ struct Provider {
         if (!library) throw std::bad_alloc();  // null is the host's context
         OSSL_PROVIDER* const provider = OSSL_PROVIDER_load(library.get(), "default");
         if (!provider) throw std::bad_alloc();
-        library.release();
+        static_cast<void>(library.release());  // it stays for good
         context = OSSL_PROVIDER_get0_provider_ctx(provider);
         int isVolatile = 0;
         const OSSL_ALGORITHM* found =
