@@ -108,6 +108,7 @@ private:
 
 // Writes what a run stands for: `length` times that letter. False when there is no room for it.
 bool writeRun(Room& room, const SV::Date& date, char letter, std::size_t length) {
+    if (length == 2) return room.addNumber(writeTwo, numberOfTwo(date, letter));
     switch (run(letter, length)) {
         case run('D', 3):
             return room.add(weekdayName(date.GetDayOfWeek()));
@@ -116,7 +117,6 @@ bool writeRun(Room& room, const SV::Date& date, char letter, std::size_t length)
         case run('Y', 4):
             return room.addNumber(writeYear, date.GetYear());
         default:
-            if (length == 2) return room.addNumber(writeTwo, numberOfTwo(date, letter));
             return room.add(length, letter);
     }
 }

@@ -140,21 +140,19 @@ Step searching(const char* pattern, const char* text) {
     };
 }
 
+Step compiling(const char* pattern) {
+    return [pattern](Answer& answer) {
+        ZelRegEx expression;
+        answer.add(expression.regComp(pattern, 2, false));
+        answer.add(!expression ? "none" : "made");
+    };
+}
+
 const Paths kMatchers = {
     {"an expression is compiled",
-     alone([](Answer& answer) {
-         ZelRegEx expression;
-         answer.add(expression.regComp("^(a|bc|[[:digit:]])+x{2,3}(y|z)*$", 2, false));
-         answer.add(!expression ? "none" : "made");
-     }),
+     [] { return compiling("^(a|bc|[[:digit:]])+x{2,3}(y|z)*$"); },
      {"12 none"}},
-    {"one with back references",
-     alone([](Answer& answer) {
-         ZelRegEx expression;
-         answer.add(expression.regComp("(a+)x\\1", 2, false));
-         answer.add(!expression ? "none" : "made");
-     }),
-     {"12 none"}},
+    {"one with back references", [] { return compiling("(a+)x\\1"); }, {"12 none"}},
     {"search by the automaton",
      [] { return searching("(a|bc|dd|e)*f+(g|h)", "xx bcddeffg"); },
      {"12 -1 -1"}},
