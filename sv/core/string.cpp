@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <cstdlib>
+#include <functional>
 #include <limits>
 #include <new>
 #include <ostream>
@@ -13,6 +15,11 @@
 namespace SV {
 
 namespace {
+
+// Blocks of less are quicker to get and copy to than to enlarge where they lie.
+constexpr std::size_t kEnlargedFrom = 512;
+// What a text is given beside the double of what it has: the first block then serves for long.
+constexpr std::size_t kFirstGrowth = 64;
 
 const char* skipSpace(const char* text, const char* end) {
     while (text != end && IsAsciiSpace(*text)) ++text;
@@ -40,8 +47,17 @@ std::int32_t prefixInteger(const char* text) noexcept {
 
 String::Block* String::newBlock(std::size_t capacity) {
     if (capacity > kMaxSize) throw std::length_error("SV::String");
-    void* const memory = ::operator new(sizeof(Block) + capacity + 1);
+    void* const memory = std::malloc(sizeof(Block) + capacity + 1);
+    if (!memory) throw std::bad_alloc();
     return new (memory) Block{1, capacity};
+}
+
+// Of a text that no copy shares. The system can often enlarge a block where it lies.
+void String::growBlock(std::size_t capacity) {
+    if (capacity > kMaxSize) throw std::length_error("SV::String");
+    void* const memory = std::realloc(m_heap.block, sizeof(Block) + capacity + 1);
+    if (!memory) throw std::bad_alloc();
+    m_heap.block = new (memory) Block{1, capacity};
 }
 
 void String::releaseBlock(Block* block) noexcept {
@@ -51,7 +67,7 @@ void String::releaseBlock(Block* block) noexcept {
         return;
     }
     block->~Block();
-    ::operator delete(block);
+    std::free(block);
 }
 
 void String::initHeap(const char* text, std::size_t size) {
@@ -66,7 +82,7 @@ void String::initShared(const String& other) {
         setInline(other.m_heap.size);
         return;
     }
-    other.m_heap.block->owners.fetch_add(1, std::memory_order_relaxed);
+    other.m_heap.block->addOwner();
     m_heap = other.m_heap;
 }
 
@@ -92,13 +108,16 @@ void String::clear() noexcept {
 }
 
 std::size_t String::grownCapacity(std::size_t needed) const {
-    const std::size_t doubled = isHeap() ? 2 * m_heap.block->capacity : 2 * kInlineCapacity;
-    return std::max(needed, std::min(doubled, kMaxSize));
+    const std::size_t capacity = this->capacity();
+    return needed <= capacity ? capacity
+                              : std::max(needed, std::min(2 * capacity + kFirstGrowth, kMaxSize));
 }
 
 void String::reserve(std::size_t capacity) {
-    const bool isWritable = !isHeap() || isUnique();
-    if (isWritable && capacity <= this->capacity()) return;
+    const bool isOwner = isHeap() && isUnique();
+    if (isOwner) m_heap.block->setUnshared();
+    if ((isOwner || !isHeap()) && capacity <= this->capacity()) return;
+    if (isOwner && this->capacity() >= kEnlargedFrom) return growBlock(capacity);
     const std::size_t length = size();
     Block* const block = newBlock(std::max(capacity, length));
     std::memcpy(block->text(), data(), length);
@@ -109,27 +128,24 @@ void String::reserve(std::size_t capacity) {
 String& String::appendSlow(const char* text, std::size_t size) {
     const std::size_t length = this->size();
     if (size > kMaxSize - length) throw std::length_error("SV::String");
-    Block* const block = newBlock(grownCapacity(length + size));
-    std::memcpy(block->text(), data(), length);
-    if (size) std::memcpy(block->text() + length, text, size);  // may lie in the old block
-    release();
-    setHeap(block, length + size);
-    return *this;
+    const bool isOwnText = !std::less<>()(text, begin()) && std::less<>()(text, end());
+    if (isOwnText) return append(String(text, size));  // its block may not stay where it is
+    reserve(grownCapacity(length + size));
+    return append(text, size);
 }
 
 String& String::append(std::size_t count, char c) {
     if (count > kMaxSize - size()) throw std::length_error("SV::String");
-    char* room = growInPlace(count);
-    if (!room) {
+    const auto fill = [count, c](char* end) noexcept { std::memset(end, c, count); };
+    if (!appendInPlace(count, fill)) {
         reserve(grownCapacity(size() + count));
-        room = growInPlace(count);
+        appendInPlace(count, fill);
     }
-    std::memset(room, c, count);
     return *this;
 }
 
 String& String::assign(const char* text, std::size_t size) {
-    if (isHeap() ? !isUnique() || size > m_heap.block->capacity : size > kInlineCapacity) {
+    if (isHeap() ? !isUnique() || size > m_heap.block->capacity() : size > kInlineCapacity) {
         return *this = String(text, size);
     }
     char* const target = isHeap() ? m_heap.block->text() : m_inline;

@@ -67,6 +67,43 @@ TEST(SvString, AppendsPiecesAsTheStandardStringDoes) {
     }
 }
 
+TEST(SvString, AppendsPartsOfItselfWhileItGrows) {
+    std::string expected = "0123456789";
+    String text(expected.data(), expected.size());
+    while (expected.size() < 100'000) {
+        const std::size_t start = expected.size() / 3;
+        const std::size_t size = expected.size() - start;
+        text.append(text.data() + start, size);
+        expected.append(std::string(expected, start, size));
+        ASSERT_EQ(text, std::string_view(expected));
+        text += text.data()[1];
+        expected += expected[1];
+    }
+    EXPECT_EQ(text, std::string_view(expected));
+}
+
+TEST(SvString, AppendsInPlaceAgainWhenItsCopiesAreGone) {
+    String text(100, 'a');
+    text.reserve(1000);
+    const char* const place = text.data();
+    {
+        const String copy(text);
+        String other(text);
+        other += 'b';
+        EXPECT_NE(other.data(), place);
+    }
+    text += 'c';
+    EXPECT_EQ(text.data(), place);
+    EXPECT_EQ(text.capacity(), 1000u);
+    EXPECT_EQ(text, std::string_view(std::string(100, 'a') + "c"));
+
+    const String copy(text);
+    text.append(50, 'd');  // away from the copy, with the room that it had
+    EXPECT_NE(text.data(), place);
+    EXPECT_EQ(text.capacity(), 1000u);
+    EXPECT_EQ(copy, std::string_view(std::string(100, 'a') + "c"));
+}
+
 TEST(SvString, AssignsFromItsOwnText) {
     for (const std::size_t size : kSizes) {
         std::string expected(size, 'q');

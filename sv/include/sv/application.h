@@ -29,6 +29,7 @@ enum class SysChangeType : std::int32_t {
 // The one application object of a process: made by `main`, and current from its
 // construction to its destruction. Main thread only, but for the settings of
 // dialog suppression, which are read anywhere.
+// The order of the virtual operations is relied on by callers.
 class SV_API Application {
 public:
     // Codes of `Exception`.
@@ -43,7 +44,6 @@ public:
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    // The order of the virtual operations is relied on by callers.
     virtual ~Application();
     virtual bool QueryExit();                    // may the application window close? Here: yes
     virtual void SysChange(SysChangeType type);  // called by the frame; here nothing happens

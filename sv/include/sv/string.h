@@ -85,7 +85,7 @@ public:
     bool empty() const noexcept { return size() == 0; }
     // The bytes that fit without a new block, if no copy shares this one.
     std::size_t capacity() const noexcept {
-        return isHeap() ? m_heap.block->capacity : kInlineCapacity;
+        return isHeap() ? m_heap.block->capacity() : kInlineCapacity;
     }
     // No check of the index; the byte behind the last one is the NUL.
     char operator[](std::size_t index) const noexcept { return data()[index]; }
@@ -98,10 +98,10 @@ public:
     void reserve(std::size_t capacity);  // room for that many bytes without a new block
     // Adds at the end; `text` may lie in this object. Takes constant time a byte, on average.
     String& append(const char* text, std::size_t size) {
-        char* const room = growInPlace(size);
-        if (!room) return appendSlow(text, size);
-        if (size) std::memcpy(room, text, size);  // no overlap: `room` lies behind our old text
-        return *this;
+        const auto copy = [text, size](char* end) noexcept {
+            if (size) std::memcpy(end, text, size);  // no overlap, also of this text's own bytes
+        };
+        return appendInPlace(size, copy) ? *this : appendSlow(text, size);
     }
     String& append(std::string_view text) { return append(text.data(), text.size()); }
     String& append(std::size_t count, char c);
@@ -113,7 +113,7 @@ public:
         if (!isHeap()) {
             std::memcpy(m_inline, text, kInlineCapacity);
             setInline(size);
-        } else if (m_heap.block->capacity >= kInlineCapacity && isUnique()) {
+        } else if (m_heap.block->capacity() >= kInlineCapacity && isUnique()) {
             std::memcpy(m_heap.block->text(), text, kInlineCapacity);
             setHeap(m_heap.block, size);
         } else {
@@ -140,10 +140,8 @@ public:
     String& operator+=(std::string_view text) { return append(text.data(), text.size()); }
     String& operator+=(const char* text) { return append(text, text ? std::strlen(text) : 0); }
     String& operator+=(char c) {
-        char* const room = growInPlace(1);
-        if (!room) return append(std::size_t{1}, c);
-        *room = c;
-        return *this;
+        const auto put = [c](char* end) noexcept { *end = c; };
+        return appendInPlace(1, put) ? *this : append(std::size_t{1}, c);
     }
 
     // Positions beyond the end count as the end, counts reach to it at most. `text` may lie in
@@ -194,10 +192,28 @@ public:
 
 private:
     struct Block {
+        // Set when a copy shares the block, and kept until its owner is found to be the only one:
+        // whoever appends then asks one word for both that and the capacity.
+        static constexpr std::size_t kShared = ~(static_cast<std::size_t>(-1) >> 1);
+
         std::atomic<std::size_t> owners;
-        std::size_t capacity;  // text bytes without the NUL
+        std::atomic<std::size_t> limit;  // the capacity, with `kShared`
 
         char* text() noexcept { return reinterpret_cast<char*>(this + 1); }
+        // Text bytes without the NUL.
+        std::size_t capacity() const noexcept {
+            return limit.load(std::memory_order_relaxed) & ~kShared;
+        }
+        // Whether the one who asks may write `size` bytes of text; true is certain.
+        bool hasRoom(std::size_t size) const noexcept {
+            return static_cast<std::ptrdiff_t>(size) <=
+                   static_cast<std::ptrdiff_t>(limit.load(std::memory_order_relaxed));
+        }
+        void addOwner() noexcept {
+            owners.fetch_add(1, std::memory_order_relaxed);
+            limit.store(capacity() | kShared, std::memory_order_relaxed);
+        }
+        void setUnshared() noexcept { limit.store(capacity(), std::memory_order_relaxed); }
     };
     struct Heap {
         Block* block;
@@ -229,22 +245,27 @@ private:
     bool isUnique() const noexcept {
         return m_heap.block->owners.load(std::memory_order_acquire) == 1;
     }
-    // Grows by `size` bytes, yet to be filled, when they fit without a new block; else null.
-    char* growInPlace(std::size_t size) noexcept {
+    // Adds `size` bytes, which `write(end)` puts behind the text, when they fit and no copy is
+    // known to share the block; else false. The size is stored last: the compiler would have to
+    // read it again behind bytes that might lie anywhere.
+    template <class Write>
+    bool appendInPlace(std::size_t size, Write write) noexcept {
         if (!isHeap()) {
             const std::size_t room = inlineRoom();
-            if (size > room) return nullptr;
+            if (size > room) return false;
             char* const end = m_inline + (kInlineCapacity - room);
+            write(end);
             end[size] = '\0';
             m_inline[kInlineCapacity] = static_cast<char>(room - size);
-            return end;
+            return true;
         }
+        Block* const block = m_heap.block;
         const std::size_t end = m_heap.size;
-        if (size > m_heap.block->capacity - end || !isUnique()) return nullptr;
-        char* const text = m_heap.block->text();
+        if (size > kMaxSize || !block->hasRoom(end + size)) return false;
+        write(block->text() + end);
+        block->text()[end + size] = '\0';
         m_heap.size = end + size;
-        text[end + size] = '\0';
-        return text + end;
+        return true;
     }
     void release() noexcept {
         if (isHeap()) releaseBlock(m_heap.block);
@@ -253,6 +274,7 @@ private:
     void initShared(const String& other);
     String& appendSlow(const char* text, std::size_t size);
     static Block* newBlock(std::size_t capacity);
+    void growBlock(std::size_t capacity);
     static void releaseBlock(Block* block) noexcept;
     std::size_t grownCapacity(std::size_t needed) const;
 
