@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Cross-builds what the build links, once, into a cache outside the build tree, and prints the
-# folders for CMake, separated by semicolons.
+# folders for CMake, separated by semicolons: build-deps.sh [--bench], the latter for what only
+# benchmarks link.
 #
 # Sources are Debian's. A library's folder carries its version, options and compiler in its name:
 # another version or compiler makes a new one, a second checkout finds the first one's.
@@ -145,4 +146,11 @@ libpng_folder=$(debian_library cmake_library libpng1.6 \
 pcre2_folder=$(debian_library cmake_library pcre2 \
     -DPCRE2_SUPPORT_JIT=ON -DPCRE2_BUILD_PCRE2GREP=OFF -DPCRE2_BUILD_TESTS=OFF)
 openssl_folder=$(debian_library openssl_library openssl "${openssl_options[@]}")
-printf '%s;%s;%s;%s\n' "$googletest_folder" "$libpng_folder" "$pcre2_folder" "$openssl_folder"
+folders="$googletest_folder;$libpng_folder;$pcre2_folder;$openssl_folder"
+if [ "${1:-}" = --bench ]; then
+    # It would ask git for its version, in a folder that has no history.
+    benchmark_folder=$(debian_library cmake_library benchmark -DGIT_VERSION=0.0.0 \
+        -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF -DBENCHMARK_INSTALL_DOCS=OFF)
+    folders+=";$benchmark_folder"
+fi
+printf '%s\n' "$folders"

@@ -6,8 +6,12 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 preset=${1:-cross-release}
 [ $# -eq 0 ] || shift
 options=("$@")
+deps=()
+case " ${options[*]} " in
+    *' -DZBASIC_BENCH=ON '*) deps+=(--bench) ;;
+esac
 case "$preset" in
-    cross-*) options+=("-DZBASIC_DEPS=$("$root/scripts/build-deps.sh")") ;;
+    cross-*) options+=("-DZBASIC_DEPS=$("$root/scripts/build-deps.sh" "${deps[@]}")") ;;
 esac
 cd "$root"
 cmake --preset "$preset" "${options[@]}"
