@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "support/import_patch.h"
 #include "support/box_watcher.h"
 #include "support/child.h"
 #include "support/temp_dir.h"
@@ -581,4 +582,49 @@ TEST(ZelMdiClient, PreparesTheBackgroundForTheScreen) {
     fitted.backgroundMode = ZelMDIApplication::kFitted;
     EXPECT_TRUE(fitted.MakeMDIClientImg(false));
     EXPECT_EQ(fitted.clientImageSize(), screen) << "scaled by the larger ratio, then cropped";
+}
+
+namespace {
+
+PHANDLER_ROUTINE g_consoleHandler = nullptr;
+
+BOOL WINAPI keepConsoleHandler(PHANDLER_ROUTINE handler, BOOL isAdded) {
+    if (isAdded) g_consoleHandler = handler;
+    return TRUE;
+}
+
+}  // namespace
+
+// The system calls the handler on a thread of its own; nothing but a user or the end of a session
+// makes it report more than Ctrl+C.
+CHILD_MAIN(appConsoleEvents) {
+    ::FreeConsole();
+    const ImportPatch patch("zbasic18.dll", "SetConsoleCtrlHandler",
+                            reinterpret_cast<const void*>(&keepConsoleHandler));
+    return runApplication(argc, argv, [](SpeakingApplication&) {
+        for (const DWORD event : {CTRL_BREAK_EVENT, CTRL_CLOSE_EVENT}) {
+            std::printf("goes on %d\n", g_consoleHandler(event));
+        }
+        g_consoleHandler(static_cast<DWORD>(ZelCmdline::Instance().getInt("event")));
+        std::puts("came back");
+    });
+}
+
+TEST(ZelApp, TheDynamicConsoleEndsTheProgramWithTheSession) {
+    const struct {
+        int event;
+        const char* line;
+    } kCases[] = {{CTRL_LOGOFF_EVENT, "[exception] LogOff Event received\n"},
+                  {CTRL_SHUTDOWN_EVENT, "[exception] ShutDown Event received\n"},
+                  {99, ""}};
+    for (const auto& [event, line] : kCases) {
+        SCOPED_TRACE(event);
+        const ChildResult result =
+            runChild("appConsoleEvents", {"-console", "-event" + std::to_string(event)});
+        EXPECT_EQ(result.exitCode, 1u);
+        EXPECT_EQ(result.out.substr(std::min(result.out.size(), result.out.find("run\n"))),
+                  std::string("run\n[exception] Crtl+Break was pressed\ngoes on 1\n"
+                              "[exception] Close Event received\ngoes on 1\n") +
+                      line + "exit: console, after main 0\n");
+    }
 }

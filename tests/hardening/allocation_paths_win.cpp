@@ -1,7 +1,7 @@
 #include <string>
 
 #include "hardening/allocation_paths.h"
-#include "hardening/import_patch.h"
+#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "support/child.h"
 #include "support/temp_dir.h"

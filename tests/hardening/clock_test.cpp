@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hardening/import_patch.h"
+#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "sv/dir.h"
 #include "zbasic/zcoretime.h"

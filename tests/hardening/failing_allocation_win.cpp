@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "hardening/failing_allocation.h"
-#include "hardening/import_patch.h"
+#include "support/import_patch.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "diag/winowner.h"
-#include "hardening/import_patch.h"
+#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "support/temp_dir.h"
 #include "sv/resource.h"

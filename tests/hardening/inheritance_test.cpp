@@ -6,7 +6,7 @@
 #include <set>
 #include <string>
 
-#include "hardening/import_patch.h"
+#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "support/child.h"
 #include "zbasic/zdbuser.h"

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "hardening/import_patch.h"
+#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "zbasic/zfilelog.h"
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "hardening/import_patch.h"
+#include "support/import_patch.h"
 #include "support/temp_dir.h"
 #include "sv/application.h"
 

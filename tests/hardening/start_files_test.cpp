@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "hardening/import_patch.h"
+#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "support/child.h"
 #include "support/temp_dir.h"

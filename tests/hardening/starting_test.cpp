@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-#include "hardening/import_patch.h"
+#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "support/child.h"
 #include "sv/image.h"

@@ -16,6 +16,7 @@
 #include "support/box_watcher.h"
 #include "support/child.h"
 #include "support/temp_dir.h"
+#include "time_texts.h"
 #include "user_break.h"
 
 #include <windows.h>
@@ -175,6 +176,65 @@ TEST(ZelhostWindow, MenusFollowTheLanguageAtOnce) {
     ASSERT_NE(place, std::string::npos) << result.out;
     EXPECT_EQ(result.out.substr(place + start.size()),
               english + german + english + "AfterDiscardModelWindow m\nAppExit\n");
+}
+
+namespace {
+
+RECT areaOf(HWND window) {
+    RECT area = {};
+    ::GetWindowRect(window, &area);
+    return area;
+}
+
+}  // namespace
+
+CHILD_MAIN(hostArranges) {
+    return runHostHere(argc, argv, [](HWND frame) {
+        for (const int id : {HostFrame::kTile, HostFrame::kCascade}) {
+            command(frame, id);
+            const std::vector<HWND> windows = childrenOf(frame);
+            const RECT first = areaOf(windows.at(0));
+            const RECT second = areaOf(windows.at(1));
+            RECT common;
+            std::printf("%s\n", ::IntersectRect(&common, &first, &second) ? "overlap" : "apart");
+        }
+        command(frame, HostFrame::kExit);
+    });
+}
+
+TEST(ZelhostWindow, ArrangesItsWindows) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    dir.write("n.gml", kSmallModel);
+    ChildOptions options;
+    options.directory = dir.root().string();
+    const ChildResult result = runChild("hostArranges", {"m.gml", "n.gml"}, options);
+    EXPECT_NE(result.out.find("\napart\noverlap\n"), std::string::npos) << result.out;
+}
+
+CHILD_MAIN(hostDurations) {
+    return runHostHere(argc, argv, [](HWND frame) {
+        for (const int id : {HostFrame::kEnglish, HostFrame::kGerman}) {
+            command(frame, id);
+            for (const char* const text : {"00:000:02:03:04", "00:001:02:03:04", "00:364:00:00:00",
+                                           "01:000:00:00:01", "12:001:23:59:59"}) {
+                std::printf("%s\n", zelhost::shownDuration(ZelCoreTime(text)).c_str());
+            }
+        }
+        command(frame, HostFrame::kExit);
+    });
+}
+
+TEST(ZelhostWindow, ShowsDurationsInWords) {
+    const ChildResult result = runChild("hostDurations");
+    const std::string start = "AfterAppInitialized\n";
+    const std::size_t place = result.out.find(start);
+    ASSERT_NE(place, std::string::npos) << result.out;
+    EXPECT_EQ(result.out.substr(place + start.size()),
+              "02:03:04\n1 day 02:03:04\n364 days 00:00:00\n1 year 00:00:01\n"
+              "12 years 1 day 23:59:59\n"
+              "02:03:04\n1 Tag 02:03:04\n364 Tage 00:00:00\n1 Jahr 00:00:01\n"
+              "12 Jahre 1 Tag 23:59:59\nAppExit\n");
 }
 
 namespace {
@@ -409,6 +469,59 @@ TEST(ZelhostWindow, ShowsModelsAndAnswersTheMenu) {
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(result.err, "bad.gml: the file is empty\n");
     EXPECT_EQ(watcher.seen().size(), 6u);
+}
+
+namespace {
+
+// The dialog that the program shows; null when none comes within half a minute.
+HWND waitForDialog(const RunningProgram& program) {
+    for (int i = 0; i < 1500 && !program.hasEnded(); ++i) {
+        HWND dialog = nullptr;
+        while ((dialog = ::FindWindowExA(nullptr, dialog, "#32770", nullptr)) != nullptr) {
+            DWORD owner = 0;
+            ::GetWindowThreadProcessId(dialog, &owner);
+            if (owner == program.id() && ::IsWindowVisible(dialog)) return dialog;
+        }
+        ::Sleep(20);
+    }
+    return nullptr;
+}
+
+void answer(HWND dialog, int button) {
+    ::PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    for (int i = 0; i < 1500 && ::IsWindow(dialog); ++i) ::Sleep(20);
+}
+
+}  // namespace
+
+TEST(ZelhostWindow, OpensTheModelThatTheUserChooses) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    dir.write("n.gml", kSmallModel);
+    ChildOptions options;
+    options.directory = dir.root().string();
+    RunningProgram program(hostProgram(), {"m.gml", "-lang1033"}, options);
+    const HWND frame = waitForFrame(program);
+
+    post(frame, HostFrame::kOpen);
+    const HWND left = waitForDialog(program);
+    EXPECT_EQ(textOf(left), "Open a graph model");
+    answer(left, IDCANCEL);
+    EXPECT_EQ(childrenOf(frame).size(), 1u);
+
+    post(frame, HostFrame::kOpen);
+    const HWND question = waitForDialog(program);
+    constexpr int kFileName = 0x480;  // edt1 of the common dialogs
+    HWND field = ::GetDlgItem(question, kFileName);
+    if (!field) field = ::GetDlgItem(question, 0x47C);  // cmb13 in the newer form
+    ASSERT_NE(field, nullptr);
+    ::SendMessageA(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(dir.path("n.gml").c_str()));
+    answer(question, IDOK);
+    for (int i = 0; i < 1500 && childrenOf(frame).size() < 2; ++i) ::Sleep(20);
+    ASSERT_EQ(childrenOf(frame).size(), 2u);
+    EXPECT_EQ(textOf(childrenOf(frame)[0]), "n.gml");
+    post(frame, HostFrame::kExit);
+    EXPECT_EQ(program.wait().exitCode, 0u);
 }
 
 TEST(ZelhostWindow, ShowsTheFirstProblemsEachOnce) {

@@ -74,6 +74,11 @@ const PositionCase kPositions[] = {
     {"range that ends in a hyphen", "[+--]+", "a,-+b", {1, 4}},
     {"backslash in a set is no escape", "[\\.]+", "a\\.b", {1, 3}},
     {"class", "[[:digit:]]+", "ab12c", {2, 4}},
+    {"printable characters, blanks among them",
+     "[[:print:]]+",
+     "\t\x01"
+     "a b\n",
+     {2, 5}},
     {"negated classes", "[^[:alpha:][:space:]]+", "a b12", {3, 5}},
     {"equivalence class", "[[=a=]b]+", "xab", {1, 3}},
     {"collating element", "[[.-.]a]+", "x-a", {1, 3}},
