@@ -113,6 +113,8 @@ void FilterBar::showUnusable() {
     ::SetWindowTextA(m_outcome, textOf(Text::kFilterUnusable).c_str());
 }
 
+void FilterBar::showBusy() { ::SetWindowTextA(m_outcome, "..."); }
+
 void FilterBar::layOut(int width) {
     const SV::String label = textOf(Text::kFilterLabel);
     ::SetWindowTextA(m_label, label.c_str());

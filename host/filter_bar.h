@@ -38,6 +38,7 @@ public:
     void clear();
     void showCount(std::size_t shown);
     void showUnusable();
+    void showBusy();
     // Sets the label's text in the language of the user interface and places everything.
     void layOut(int width);
 

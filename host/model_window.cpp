@@ -18,7 +18,9 @@ namespace zelhost {
 namespace {
 
 constexpr UINT_PTR kFilterTimer = 1;
+constexpr UINT_PTR kFilteredTimer = 2;
 constexpr UINT kTypingPauseMs = 100;  // large pictures take their time
+constexpr UINT kLookMs = 50;
 constexpr UINT kTimesFormat = DT_WORDBREAK | DT_NOPREFIX;
 
 // As large as fits into the window without being enlarged.
@@ -30,13 +32,27 @@ SV::Size fittingSize(SV::Size picture, SV::Size window) {
 }
 
 // In the size that the letters of the screen have.
-std::shared_ptr<const SV::Image> drawnForScreen(const Graph& graph) {
-    return std::make_shared<const SV::Image>(drawPicture(graph, Zel_GetSystemDPIScaleY()));
+std::shared_ptr<const SV::Image> drawnForScreen(const Graph& graph,
+                                                const std::stop_token& stop = {}) {
+    return std::make_shared<const SV::Image>(drawPicture(graph, Zel_GetSystemDPIScaleY(), stop));
 }
 
-std::shared_ptr<const SV::Image> pictureOf(const Model& model) {
+std::shared_ptr<const SV::Image> pictureOf(const Model& model, const std::stop_token& stop = {}) {
     const bool isLarger = isReadable(model.graph) && Zel_GetSystemDPIScaleY() != 1;
-    return model.picture && !isLarger ? model.picture : drawnForScreen(model.graph);
+    return model.picture && !isLarger ? model.picture : drawnForScreen(model.graph, stop);
+}
+
+// Nothing when memory runs out.
+Filtered filteredBy(const SV::String& pattern, const Model& model, const std::stop_token& stop) {
+    try {
+        Graph graph = model.graph;
+        CaptionFilter(pattern).apply(graph);
+        const std::size_t count = graph.nodes.size();
+        const bool isWhole = count == model.graph.nodes.size();
+        return {count, isWhole ? pictureOf(model, stop) : drawnForScreen(graph, stop)};
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
 }
 
 SV::String titleOf(const Model& model) {
@@ -91,41 +107,46 @@ std::intptr_t ModelWindow::handle(unsigned message, std::uintptr_t wParam, std::
         applyFilter();
         return 0;
     }
+    if (message == WM_TIMER && wParam == kFilteredTimer) {
+        if (m_filtering && m_filtering->isDone()) showFiltered();
+        return 0;
+    }
     if (message == WM_KEYDOWN && carryOutKey(*this, wParam)) return 0;
     const std::intptr_t result = SV::MDIChild::handle(message, wParam, lParam);
     if (message == WM_SETFOCUS) m_filterBar.focus();
     return result;
 }
 
+// Beside the main thread: the picture of a large model takes seconds.
 void ModelWindow::applyFilter() {
-    const SV::String pattern = m_filterBar.pattern();
-    const CaptionFilter filter(pattern.empty() ? "*" : pattern);
-    m_isFilterUsable = filter.isUsable();
-    if (m_isFilterUsable) showFiltered(filter);
+    m_filtering.reset();  // what was typed before is not wanted any more
+    const SV::String typed = m_filterBar.pattern();
+    const SV::String pattern = typed.empty() ? SV::String("*") : typed;
+    m_isFilterUsable = CaptionFilter(pattern).isUsable();
+    if (!m_isFilterUsable) return showOutcome();
+    m_filtering.emplace([pattern, model = m_model](const std::stop_token& stop) {
+        return filteredBy(pattern, *model, stop);
+    });
+    if (m_filtering->isDone(std::chrono::milliseconds(kLookMs))) return showFiltered();
+    ::SetTimer(GetHandle(), kFilteredTimer, kLookMs, nullptr);
     showOutcome();
 }
 
-void ModelWindow::showFiltered(const CaptionFilter& filter) {
-    try {
-        Graph graph = m_model->graph;
-        filter.apply(graph);
-        m_shownNodes = graph.nodes.size();
-        const bool isWhole = m_shownNodes == m_model->graph.nodes.size();
-        m_picture = isWhole ? pictureOf(*m_model) : drawnForScreen(graph);
-    } catch (const std::bad_alloc&) {  // of the copy
-        m_shownNodes = 0;
-        m_picture.reset();
-    }
+void ModelWindow::showFiltered() {
+    ::KillTimer(GetHandle(), kFilteredTimer);
+    const Filtered filtered = m_filtering->take();
+    m_filtering.reset();
+    m_shownNodes = filtered.nodes;
+    m_picture = filtered.picture;
     m_fitted = SV::Image();
+    showOutcome();
     Invalidate();
 }
 
 void ModelWindow::showOutcome() {
-    if (m_isFilterUsable) {
-        m_filterBar.showCount(m_shownNodes);
-    } else {
-        m_filterBar.showUnusable();
-    }
+    if (!m_isFilterUsable) return m_filterBar.showUnusable();
+    if (m_filtering) return m_filterBar.showBusy();
+    m_filterBar.showCount(m_shownNodes);
 }
 
 // Scaled once a size: the system's own scaling loses thin lines.

@@ -10,6 +10,7 @@
 #include "filter_bar.h"
 #include "model/graph.h"
 #include "model/node_times.h"
+#include "side_task.h"
 #include "sv/datetime.h"
 #include "sv/image.h"
 #include "sv/window.h"
@@ -23,6 +24,12 @@ struct Model {
     std::string name;               // of its exports
     Graph graph;
     std::shared_ptr<const SV::Image> picture;  // null: not drawn yet
+};
+
+// What a filter leaves of a model.
+struct Filtered {
+    std::size_t nodes = 0;
+    std::shared_ptr<const SV::Image> picture;
 };
 
 // The picture of a model, with a field above it that filters the nodes: of the picture only, what
@@ -45,7 +52,7 @@ private:
     void Resized(SV::Size client) override;
     std::intptr_t handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
     void applyFilter();
-    void showFiltered(const CaptionFilter& filter);
+    void showFiltered();
     void showOutcome();
     void fit(SV::Size client);
 
@@ -54,8 +61,9 @@ private:
     FilterBar m_filterBar;
     std::size_t m_shownNodes;
     bool m_isFilterUsable = true;
-    std::shared_ptr<const SV::Image> m_picture;  // null when memory ran out
-    SV::Image m_fitted;                          // in the size last painted
+    std::optional<SideTask<Filtered>> m_filtering;  // while it is not shown yet
+    std::shared_ptr<const SV::Image> m_picture;     // null when memory ran out
+    SV::Image m_fitted;                             // in the size last painted
 };
 
 }  // namespace zelhost

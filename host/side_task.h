@@ -23,10 +23,15 @@ public:
     // Until it is done; `goOn` is called many times a second meanwhile. False when that says so.
     template <typename GoOn>
     bool wait(GoOn goOn) const {
-        while (m_result.wait_for(std::chrono::milliseconds(20)) != std::future_status::ready) {
+        while (!isDone(std::chrono::milliseconds(20))) {
             if (!goOn()) return false;
         }
         return true;
+    }
+
+    // Whether it is done, or gets done in that time.
+    bool isDone(std::chrono::milliseconds patience = {}) const {
+        return m_result.wait_for(patience) == std::future_status::ready;
     }
 
     // Once.
