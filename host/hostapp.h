@@ -36,7 +36,8 @@ public:
     // Writes the model's files; false when some could not be written or the user has stopped it.
     bool save(const Model& model);
 
-    // Work on a model, of which the user sees the progress and which he can stop.
+    // Work on models, of which the user sees the progress and which he can stop: see `Work`. What
+    // is within other work does not begin anew.
     void beginWork();
     void endWork();
     void stopWork();
@@ -88,6 +89,7 @@ private:
     std::set<std::string> m_names;                   // of exports, in lower case
     std::vector<std::string> m_problems;             // not yet shown to the user
     std::vector<Text> m_advice;                      // about them
+    int m_works = 0;                                 // one within the other
     bool m_isStopped = false;
     bool m_isUsageWanted = false;
     bool m_isUserWanted = false;

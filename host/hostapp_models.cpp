@@ -19,7 +19,6 @@
 namespace zelhost {
 
 int HostApplication::process(const std::string& path) {
-    m_isStopped = false;
     if (!isWorkWanted()) return kStopped;
     const auto start = Clock::now();
     const std::shared_ptr<const Model> model = open(path);
@@ -38,12 +37,13 @@ int HostApplication::process(const std::string& path) {
 }
 
 void HostApplication::beginWork() {
+    if (m_works++ > 0) return;
     m_isStopped = false;
     if (m_frame) Wait(true);  // without windows there is no pointer to show it
 }
 
 void HostApplication::endWork() {
-    if (m_frame) Wait(false);
+    if (--m_works == 0 && m_frame) Wait(false);
 }
 
 void HostApplication::stopWork() { m_isStopped = true; }
@@ -88,6 +88,7 @@ bool HostApplication::draw(Model& model) {
 }
 
 std::shared_ptr<const Model> HostApplication::open(const std::string& path) {
+    const Work work(*this);
     auto model = std::make_shared<Model>();
     model->path = path;
     if (!read(*model) || !draw(*model)) {

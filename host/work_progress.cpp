@@ -16,13 +16,14 @@ constexpr std::chrono::milliseconds kBetweenLooks(50);
 
 }  // namespace
 
+Work::Work(HostApplication& application) : m_application(application) { m_application.beginWork(); }
+
+Work::~Work() { m_application.endWork(); }
+
 WorkProgress::WorkProgress(HostApplication& application, HostFrame* frame, std::string name)
-    : m_application(application), m_frame(frame), m_name(std::move(name)) {
-    m_application.beginWork();
-}
+    : m_application(application), m_work(application), m_frame(frame), m_name(std::move(name)) {}
 
 WorkProgress::~WorkProgress() {
-    m_application.endWork();
     if (m_shown.empty()) return;
     std::fputc('\n', stderr);
     if (m_frame) m_frame->updateTitle();

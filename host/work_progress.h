@@ -13,8 +13,20 @@ namespace zelhost {
 class HostApplication;
 class HostFrame;
 
-// Once the work takes long it is told on standard error and in the frame's title. The program is
-// busy as long as this lives.
+// The program is busy as long as one of these lives: commands of the user are not carried out in
+// the middle of it, wherever messages are handled.
+class Work {
+public:
+    explicit Work(HostApplication& application);
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
+    ~Work();
+
+private:
+    HostApplication& m_application;
+};
+
+// Once the work takes long it is told on standard error and in the frame's title.
 //
 // The operations say what goes on now. They handle the messages of windows, and answer false when
 // the user wants the work to end.
@@ -38,6 +50,7 @@ private:
     void show(const std::string& english, const Title& title);
 
     HostApplication& m_application;
+    const Work m_work;
     HostFrame* const m_frame;
     const std::string m_name;
     const Clock::time_point m_start = Clock::now();
