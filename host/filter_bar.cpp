@@ -119,11 +119,13 @@ void FilterBar::layOut(int width) {
     const SV::String label = textOf(Text::kFilterLabel);
     ::SetWindowTextA(m_label, label.c_str());
     const Measure measure(m_parent, m_font.get());
-    const int labelWidth = measure.widthOf(label);
-    const int fieldStart = m_margin + labelWidth + m_margin;
-    const int wanted = measure.widthOf(SV::String(std::size_t{kFieldLetters}, 'x'));
-    // In narrow windows what came of it counts more.
+    // In narrow windows what came of it counts more, and the label least.
     const int outcomeWidth = measure.widthOf(countText(m_nodeCount));
+    const int wholeLabel = measure.widthOf(label) + m_margin;
+    const int needed = scaled(kMinFieldWidth) + outcomeWidth + 4 * m_margin;
+    const int labelWidth = wholeLabel + needed <= width ? wholeLabel : 0;
+    const int fieldStart = m_margin + labelWidth;
+    const int wanted = measure.widthOf(SV::String(std::size_t{kFieldLetters}, 'x'));
     const int room = width - fieldStart - 2 * m_margin - outcomeWidth - m_margin;
     const int fieldWidth = std::clamp(room, scaled(kMinFieldWidth), wanted);
     const int outcomeStart = fieldStart + fieldWidth + 2 * m_margin;
