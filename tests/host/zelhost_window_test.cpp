@@ -624,6 +624,30 @@ TEST(ZelhostWindow, ShowsTheNodesOfTheLastDays) {
     EXPECT_EQ(result.err, remark);
 }
 
+CHILD_MAIN(hostFiltersUnseen) {
+    return runHostHere(argc, argv, [](HWND frame) {
+        command(frame, HostFrame::kFilter);
+        for (const HWND child : childrenOf(frame)) std::printf("%s\n", textOf(child).c_str());
+        command(frame, HostFrame::kExit);
+    });
+}
+
+TEST(ZelhostWindow, TakesWhatDialogsOfferWhenTheyAreNotShown) {
+    const TempDir dir;
+    dir.write("m.gml",
+              "graph [ node [ id 1 changed \"2024:05:01 23:59:59\" ]\n"
+              "node [ id 2 changed \"2024:05:02 00:00:00\" ] ]");
+    ChildOptions options;
+    options.directory = dir.root().string();
+    const ChildResult result =
+        runChild("hostFiltersUnseen",
+                 {"m.gml", "-lang1033", "-no_dialogs", "-log_no_dialogsboxes.txt"}, options);
+    EXPECT_NE(result.out.find("m.gml - changed since Thursday, May 02, 2024\nm.gml\n"),
+              std::string::npos)
+        << result.out;
+    EXPECT_EQ(readFile(dir.path("boxes.txt")), "Filter by date\r\n");
+}
+
 TEST(ZelhostWindow, WritesWhatBoxesWouldSayToTheirLog) {
     const TempDir dir;
     dir.write("bad.gml", "");
