@@ -103,8 +103,10 @@ bool ZelInternational::load(const SV::String& fileName) {
         manager = std::make_unique<SV::ResMgr>(fileName);
     }
     if (!manager->IsLoaded()) return false;
-    if (!std::exchange(m_isManagerInstalled, true)) SV::Resource::SetResManager(manager.get());
     m_managers.push_back(std::move(manager));
+    if (!std::exchange(m_isManagerInstalled, true)) {
+        SV::Resource::SetResManager(m_managers.back().get());
+    }
     return true;
 }
 

@@ -47,7 +47,9 @@ HMODULE loadAsData(const String& fileName) {
 
 }  // namespace
 
-ResMgr::ResMgr(const String& fileName) : m_fileName(fileName), m_module(loadAsData(fileName)) {
+ResMgr::ResMgr(const String& fileName) : m_fileName(fileName) {
+    managers().reserve(managers().size() + 1);  // nothing may fail between loading and knowing it
+    m_module = loadAsData(fileName);
     managers().push_back(this);
     ++g_generation;
     if (m_module) return;
