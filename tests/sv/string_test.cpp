@@ -87,10 +87,10 @@ TEST(SvString, AppendsInPlaceAgainWhenItsCopiesAreGone) {
     text.reserve(1000);
     const char* const place = text.data();
     {
-        const String copy(text);
-        String other(text);
-        other += 'b';
-        EXPECT_NE(other.data(), place);
+        String copy(text);
+        EXPECT_EQ(copy.data(), place);
+        copy += 'b';
+        EXPECT_NE(copy.data(), place);
     }
     text += 'c';
     EXPECT_EQ(text.data(), place);
