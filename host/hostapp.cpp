@@ -9,7 +9,6 @@
 #include "model_events.h"
 #include "paths.h"
 #include "user_break.h"
-#include "work_progress.h"
 #include "zbasic/zcmdline.h"
 #include "zbasic/ztrace.h"
 #include "zbasic/zversion.h"
@@ -112,7 +111,6 @@ int HostApplication::runApplication() {
 
 // The command line.
 int HostApplication::processAll() {
-    const Work work(*this);
     int status = kDone;
     for (const std::string& path : m_options.models) {
         status = std::max(status, process(path));

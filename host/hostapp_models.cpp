@@ -19,6 +19,7 @@
 namespace zelhost {
 
 int HostApplication::process(const std::string& path) {
+    const Work work(*this);
     if (!isWorkWanted()) return kStopped;
     const auto start = Clock::now();
     const std::shared_ptr<const Model> model = open(path);

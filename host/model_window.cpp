@@ -108,7 +108,7 @@ std::intptr_t ModelWindow::handle(unsigned message, std::uintptr_t wParam, std::
         return 0;
     }
     if (message == WM_TIMER && wParam == kFilteredTimer) {
-        if (m_filtering && m_filtering->isDone()) showFiltered();
+        lookForFiltered();
         return 0;
     }
     if (message == WM_KEYDOWN && carryOutKey(*this, wParam)) return 0;
@@ -117,25 +117,50 @@ std::intptr_t ModelWindow::handle(unsigned message, std::uintptr_t wParam, std::
     return result;
 }
 
-// Beside the main thread: the picture of a large model takes seconds.
+// Beside the main thread: a large model takes seconds. One at a time: what is under way ends before
+// what was typed since begins.
 void ModelWindow::applyFilter() {
-    m_filtering.reset();  // what was typed before is not wanted any more
+    if (m_filtering && !m_filtering->isDone()) {
+        m_filtering->stop();
+        m_isFilterOutdated = true;
+        return;
+    }
+    ::KillTimer(GetHandle(), kFilteredTimer);
+    m_filtering.reset();
+    m_isFilterOutdated = false;
     const SV::String typed = m_filterBar.pattern();
     const SV::String pattern = typed.empty() ? SV::String("*") : typed;
     m_isFilterUsable = CaptionFilter(pattern).isUsable();
-    if (!m_isFilterUsable) return showOutcome();
-    m_filtering.emplace([pattern, model = m_model](const std::stop_token& stop) {
-        return filteredBy(pattern, *model, stop);
-    });
+    if (m_isFilterUsable) startFilter(pattern);
+    showOutcome();
+}
+
+void ModelWindow::startFilter(const SV::String& pattern) {
+    try {
+        m_filtering.emplace([pattern, model = m_model](const std::stop_token& stop) {
+            return filteredBy(pattern, *model, stop);
+        });
+    } catch (const std::exception&) {  // no thread can be had
+        return show({});
+    }
     if (m_filtering->isDone(std::chrono::milliseconds(kLookMs))) return showFiltered();
     ::SetTimer(GetHandle(), kFilteredTimer, kLookMs, nullptr);
-    showOutcome();
+}
+
+void ModelWindow::lookForFiltered() {
+    if (!m_filtering || !m_filtering->isDone()) return;
+    if (m_isFilterOutdated) return applyFilter();
+    showFiltered();
 }
 
 void ModelWindow::showFiltered() {
     ::KillTimer(GetHandle(), kFilteredTimer);
     const Filtered filtered = m_filtering->take();
     m_filtering.reset();
+    show(filtered);
+}
+
+void ModelWindow::show(const Filtered& filtered) {
     m_shownNodes = filtered.nodes;
     m_picture = filtered.picture;
     m_fitted = SV::Image();

@@ -52,7 +52,10 @@ private:
     void Resized(SV::Size client) override;
     std::intptr_t handle(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
     void applyFilter();
+    void startFilter(const SV::String& pattern);
+    void lookForFiltered();
     void showFiltered();
+    void show(const Filtered& filtered);
     void showOutcome();
     void fit(SV::Size client);
 
@@ -61,6 +64,7 @@ private:
     FilterBar m_filterBar;
     std::size_t m_shownNodes;
     bool m_isFilterUsable = true;
+    bool m_isFilterOutdated = false;                // other letters were typed since it began
     std::optional<SideTask<Filtered>> m_filtering;  // while it is not shown yet
     std::shared_ptr<const SV::Image> m_picture;     // null when memory ran out
     SV::Image m_fitted;                             // in the size last painted

@@ -18,7 +18,9 @@ public:
         : m_result(std::async(std::launch::async, std::move(work), m_stop.get_token())) {}
     SideTask(const SideTask&) = delete;
     SideTask& operator=(const SideTask&) = delete;
-    ~SideTask() { m_stop.request_stop(); }
+    ~SideTask() { stop(); }
+
+    void stop() { m_stop.request_stop(); }
 
     // Until it is done; `goOn` is called many times a second meanwhile. False when that says so.
     template <typename GoOn>

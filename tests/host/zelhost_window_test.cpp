@@ -330,6 +330,49 @@ std::string largeModel() {
     return gml + "]\n";
 }
 
+// Handles messages until the outcome of the filter is "...", or is not.
+void waitForOutcome(HWND outcome, bool isBusy) {
+    for (int i = 0; i < 2000 && (textOf(outcome) == "...") != isBusy; ++i) {
+        ::Sleep(10);
+        SV::GetpApp()->Reschedule();
+    }
+}
+
+CHILD_MAIN(hostFiltersMany) {
+    return runHostHere(argc, argv, [](HWND frame) {
+        const HWND child = childrenOf(frame).at(0);
+        const HWND field = partOf(child, "EDIT");
+        const HWND outcome = partOf(child, "STATIC", partOf(child, "STATIC"));
+        ::SetWindowTextA(field, "1*");
+        waitForOutcome(outcome, true);
+        std::printf("%s\n", textOf(outcome).c_str());
+        ::SetWindowTextA(field, "19999?");  // before the first is drawn
+        for (int i = 0; i < 20; ++i) {      // until the pause is noticed
+            ::Sleep(10);
+            SV::GetpApp()->Reschedule();
+        }
+        waitForOutcome(outcome, false);
+        std::printf("%s\n", textOf(outcome).c_str());
+        ::SetWindowTextA(field, "2*");
+        waitForOutcome(outcome, true);
+        command(frame, HostFrame::kExit);  // in the middle of it
+    });
+}
+
+TEST(ZelhostWindow, FiltersLargeModelsBesideItsWindow) {
+    const TempDir dir;
+    dir.write("m.gml", largeModel());
+    ChildOptions options;
+    options.directory = dir.root().string();
+    const ChildResult result = runChild("hostFiltersMany", {"m.gml", "-lang1033"}, options);
+    EXPECT_EQ(result.exitCode, 0u);
+    const std::string start = "AfterAppInitialized\n";
+    const std::size_t place = result.out.find(start);
+    ASSERT_NE(place, std::string::npos) << result.out;
+    EXPECT_EQ(result.out.substr(place + start.size()),
+              "...\n10 of 200000 nodes\nAfterDiscardModelWindow m\nAppExit\n");
+}
+
 CHILD_MAIN(hostEvents) {
     return runHostHere(argc, argv, [](HWND frame) { command(frame, HostFrame::kExit); });
 }
