@@ -6,7 +6,8 @@ build=(g++-mingw-w64-x86-64-posix mingw-w64-tools cmake ninja-build googletest
     libz-mingw-w64-dev dpkg-dev ca-certificates)
 run=(wine wine64 xvfb xauth fonts-wine fonts-liberation netpbm)
 test_only=(clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev g++ libgtest-dev libpcre2-dev
-    libssl-dev openssl doxygen locales faketime libxml2-utils graphviz graphviz-doc python3 git)
+    libssl-dev openssl doxygen locales faketime libxml2-utils graphviz graphviz-doc python3 git
+    pkg-config)
 
 case "${1:-}" in
     demo) packages=("${build[@]}" "${run[@]}") ;;

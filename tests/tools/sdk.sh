@@ -12,6 +12,17 @@ build_against() {
     } >"$work/log" 2>&1 || { cat "$work/log" >&2; return 1; }
 }
 
+# The template's command in the host.
+try_plugin() {
+    cp "$work/tools/plugin-template/wordcount.dll" "$sdk/bin/plugins/"
+    "$emulator" "$sdk/bin/zelplugcheck.exe" "$sdk/bin/plugins/wordcount.dll" | tail -n 1 |
+        grep -q '^would be taken'
+    (cd "$work" && echo 'graph [ ]' >model.gml &&
+        "$emulator" "$sdk/bin/zelhost.exe" model '-runwordcount one two  three' -no_windows) |
+        grep -q '^3 words'
+    rm "$sdk/bin/plugins/wordcount.dll"
+}
+
 ours=$source/cmake/mingw-w64-x86_64.cmake
 for tree in "$sdk $sdk/share/cmake/zbasic/mingw-w64-x86_64.cmake" "$build $ours"; do
     read -r prefix toolchain <<<"$tree"
@@ -23,6 +34,7 @@ for tree in "$sdk $sdk/share/cmake/zbasic/mingw-w64-x86_64.cmake" "$build $ours"
     (cd "$work" && "$emulator" "$hello" '*server*' printer >/dev/null) || code=$?
     [ "$code" -eq 1 ]
     build_against "$prefix" "$toolchain" tools/plugin-template
+    try_plugin
 done
 
 # The list of contents names every file with its checksum, and what is linked in with its licence.
@@ -44,20 +56,28 @@ licences = {path.stem for path in (root / "share/zbasic/licences").iterdir()}
 assert licences == parts, licences
 END
 
-# The template's command in the host.
-cp "$work/tools/plugin-template/wordcount.dll" "$sdk/bin/plugins/"
-"$emulator" "$sdk/bin/zelplugcheck.exe" "$sdk/bin/plugins/wordcount.dll" | tail -n 1 |
-    grep -q '^would be taken'
-cd "$work"
-echo 'graph [ ]' >model.gml
-"$emulator" "$sdk/bin/zelhost.exe" model '-runwordcount one two  three' -no_windows |
-    grep -q '^3 words'
+# The ZIP holds the same, in one folder.
+cpack -G ZIP --config "$build/CPackConfig.cmake" -B "$work/zip" >"$work/log" 2>&1 ||
+    { cat "$work/log" >&2; exit 1; }
+python3 - "$sdk" "$work"/zip/*.zip <<'END'
+import pathlib, sys, zipfile
 
-# Without CMake: the flags that pkg-config would give name what is there.
-grep -q '^prefix=${pcfiledir}' "$sdk/lib/pkgconfig/zbasic.pc"
-x86_64-w64-mingw32-g++-posix -std=c++20 "-I$sdk/include" \
-    "$source/examples/hello-host/main.cpp" -o "$sdk/bin/plain.exe" \
-    "-L$sdk/lib" -lzbasic18 -lsv18
+root = pathlib.Path(sys.argv[1])
+name = pathlib.Path("share/zbasic/zbasic.spdx.json")  # which says when it was made
+there = {path.relative_to(root): path.read_bytes() for path in root.rglob("*") if path.is_file()}
+with zipfile.ZipFile(sys.argv[2]) as package:
+    files = [entry for entry in package.namelist() if not entry.endswith("/")]
+    packed = {pathlib.Path(*pathlib.Path(entry).parts[1:]): package.read(entry)
+              for entry in files}
+    assert len({pathlib.Path(entry).parts[0] for entry in files}) == 1, files
+assert packed.pop(name) and there.pop(name)
+assert packed == there, {path for path, _ in packed.items() ^ there.items()}
+END
+
+# Without CMake, by pkg-config.
+read -ra flags < <(PKG_CONFIG_LIBDIR=$sdk/lib/pkgconfig pkg-config --cflags --libs zbasic)
+x86_64-w64-mingw32-g++-posix -std=c++20 "$source/examples/hello-host/main.cpp" \
+    -o "$sdk/bin/plain.exe" "${flags[@]}"
 "$emulator" "$sdk/bin/plain.exe" 'a?c' abc | grep -q '^abc'
 
 # Symbols lie apart, and belong to the file.
