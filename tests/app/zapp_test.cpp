@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "support/import_patch.h"
 #include "support/box_watcher.h"
 #include "support/child.h"
+#include "support/import_patch.h"
 #include "support/temp_dir.h"
 #include "sv/resource.h"
 #include "sv/window.h"

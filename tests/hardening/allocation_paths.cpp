@@ -73,6 +73,15 @@ const Paths kTexts = {
          };
      },
      {kThrows}},
+    {"a long text is enlarged",
+     [] {
+         return [text = SV::String(600, 'x')](Answer& answer) mutable {
+             text.append(1000, 'y');
+             text.append(SV::String(2000, 'z'));
+             answer.add(text);
+         };
+     },
+     {kThrows}},
     {"escapes",
      alone([](Answer& answer) {
          const SV::String masked = Zel_Mask(kText, 't', '\\');

@@ -1,9 +1,9 @@
 #include <string>
 
 #include "hardening/allocation_paths.h"
-#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "support/child.h"
+#include "support/import_patch.h"
 #include "support/temp_dir.h"
 #include "zbasic/zfilelog.h"
 #include "zbasic/zfileman.h"

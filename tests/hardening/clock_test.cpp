@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "support/import_patch.h"
 #include "hardening/outcome.h"
+#include "support/import_patch.h"
 #include "sv/dir.h"
 #include "zbasic/zcoretime.h"
 #include "zbasic/zfilelog.h"

@@ -41,10 +41,10 @@ public:
         for (const char* const module : {"zbasic18.dll", "sv18.dll", "libstdc++-6.dll"}) {
             patch(module, "malloc", &allocate);
             patch(module, "free", &release);
+            patch(module, "realloc", &reallocate);
         }
         for (const char* const module : {"zbasic18.dll", "libstdc++-6.dll"}) {
             patch(module, "calloc", &allocateCleared);
-            patch(module, "realloc", &reallocate);
         }
     }
 

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "diag/winowner.h"
-#include "support/import_patch.h"
 #include "hardening/outcome.h"
+#include "support/import_patch.h"
 #include "support/temp_dir.h"
 #include "sv/resource.h"
 #include "zbasic/zcleanup.h"

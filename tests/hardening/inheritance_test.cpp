@@ -6,9 +6,9 @@
 #include <set>
 #include <string>
 
-#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "support/child.h"
+#include "support/import_patch.h"
 #include "zbasic/zdbuser.h"
 #include "zbasic/zfilelog.h"
 #include "zbasic/zfileman.h"

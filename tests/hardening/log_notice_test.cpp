@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <string>
 
-#include "support/import_patch.h"
 #include "hardening/outcome.h"
+#include "support/import_patch.h"
 #include "zbasic/zfilelog.h"
 
 #include <windows.h>

@@ -7,9 +7,9 @@
 #include <optional>
 #include <string>
 
-#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "support/child.h"
+#include "support/import_patch.h"
 #include "support/temp_dir.h"
 #include "zbasic/zapp.h"
 #include "zbasic/ztrace.h"

@@ -10,9 +10,9 @@
 #include <optional>
 #include <string>
 
-#include "support/import_patch.h"
 #include "hardening/outcome.h"
 #include "support/child.h"
+#include "support/import_patch.h"
 #include "sv/image.h"
 #include "sv/window.h"
 #include "zbasic/zcoretime.h"
