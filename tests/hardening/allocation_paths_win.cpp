@@ -5,10 +5,13 @@
 #include "support/child.h"
 #include "support/import_patch.h"
 #include "support/temp_dir.h"
+#include "sv/resource.h"
+#include "zbasic/zcmdline.h"
 #include "zbasic/zfilelog.h"
 #include "zbasic/zfileman.h"
 #include "zbasic/zinter.h"
 #include "zbasic/zplugin.h"
+#include "zbasic/zversion.h"
 
 #include <windows.h>
 
@@ -40,7 +43,51 @@ Step loading(const char* file) {
     };
 }
 
+// As if the process had just started.
+class CommandLine : public ZelCmdline {
+public:
+    CommandLine(int argc, char** argv) { _init(argc, argv); }
+};
+
+void readCommandLine(Answer& answer) {
+    char program[] = "program.exe";
+    char file[] = "a model with a long name.gml";
+    char value[] = "-uA user whose name is longer than the object";
+    char flag[] = "-console";
+    char* arguments[] = {program, file, value, flag};
+    const CommandLine line(4, arguments);
+    answer.add(line.getParam(1)).add(line.getLoginUserName()).add(line.isFlag("console"));
+    answer.add(line.getValue("u"));
+}
+
 const std::vector<AllocationPath> kPaths = {
+    {"a command line", alone(readCommandLine), {kThrows}},
+    {"versions",
+     alone([](Answer& answer) {
+         answer.add(Zel_GetPatchBuildVersionString()).add(Zel_GetDataVersion());
+         answer.add(ZelApplicationInfo::GetInfo());
+     }),
+     {kThrows}},
+    {"resources",
+     [] {
+         const std::string path = programFolder() + "\\language\\1031\\zbasic18.dll";
+         return [path = SV::String(path)](Answer& answer) {
+             const SV::ResMgr manager(path);
+             SV::String text;
+             answer.add(manager.IsLoaded()).add(manager.FindString(950, text)).add(text);
+         };
+     },
+     {kThrows}},
+    {"resources with their fall-back",
+     [] {
+         return [](Answer& answer) {
+             answer.add(ZelInternational::createResourceManager("zbasic", true));
+             const SV::ResMgr* const current = SV::Resource::GetResManager();
+             answer.add(current ? current->GetFileName() : SV::String("none"));
+             ZelInternational::DeleteResMgrs();
+         };
+     },
+     {kThrows}},
     {"a log", [] { return withLog(0, ""); }, {kThrows}},
     {"a log of another day", [] { return withLog(2, "2024.02.29, 00:00:00: old\n"); }, {kThrows}},
     {"a log by name",
