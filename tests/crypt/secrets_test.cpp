@@ -234,7 +234,17 @@ TEST(Secrets, AreNotLeftInMemory) {
         {"the key of a block", 32, nothing,
          [](std::string&, char* text) {
              const auto* const key = reinterpret_cast<unsigned char*>(text);
+             U::Free(U::AESEncrypt(kPublic, 16, key, 32).first);
              U::Free(U::AESDecrypt(kPublic, 16, key, 32).first);
+         }},
+        {"the key of DES", 8, nothing,
+         [](std::string&, char* text) {
+             des_ctx schedule;
+             ades_key(&schedule, reinterpret_cast<unsigned char*>(text));
+             unsigned char block[8] = {};
+             ades_enc(&schedule, block, 1);
+             ades_dec(&schedule, block, 1);
+             forget(&schedule, sizeof schedule);
          }},
         {"DES of a text", 100, nothing,
          [](std::string&, char* text) {
@@ -290,6 +300,13 @@ TEST(Secrets, AreNotLeftInMemory) {
              EXPECT_EQ(password.size(), 15u);
              forget(&password, sizeof password);
              new (&password) SV::String;
+         }},
+        {"the key of such a password", 16, nothing,
+         [](std::string&, char* text) {
+             SV::String key(text, 16);
+             EXPECT_TRUE(Zel_DecryptPasswordForAPP("QUJDREVGR0hJSktMTU5PUA==", key).empty());
+             forget(&key, sizeof key);
+             new (&key) SV::String;
          }},
         {"user file", 100,
          [](char* text, std::string& path) {
