@@ -16,7 +16,7 @@ step "Building the library, the host and the tools" scripts/build.sh cross-relea
 step "Starting Wine" cmake/wine-up
 results=build/cross-release/tests.log
 step "Running the tests under Wine" xvfb-run -a -s "-screen 0 1280x1024x24" \
-    ctest --test-dir build/cross-release --output-on-failure -O "$root/$results"
+    ctest --test-dir build/cross-release -j "$(nproc)" --output-on-failure -O "$root/$results"
 step "Building the Windows-free sources with sanitizers" scripts/build.sh native-debug
 step "Running their tests" ctest --test-dir build/native-debug -j "$(nproc)" --output-on-failure
 step "Building them with the thread sanitizer" scripts/build.sh native-threads
