@@ -595,7 +595,7 @@ BOOL WINAPI keepConsoleHandler(PHANDLER_ROUTINE handler, BOOL isAdded) {
 
 }  // namespace
 
-// The system calls the handler on a thread of its own; nothing but a user or the end of a session
+// The system calls the handler on a thread of its own; nothing but a user, or his logging off,
 // makes it report more than Ctrl+C.
 CHILD_MAIN(appConsoleEvents) {
     ::FreeConsole();
@@ -610,7 +610,7 @@ CHILD_MAIN(appConsoleEvents) {
     });
 }
 
-TEST(ZelApp, TheDynamicConsoleEndsTheProgramWithTheSession) {
+TEST(ZelApp, TheDynamicConsoleEndsTheProgramWhenTheUserLogsOff) {
     const struct {
         int event;
         const char* line;
