@@ -4,6 +4,8 @@
 #include <atomic>
 #include <cmath>
 #include <exception>
+#include <memory>
+#include <new>
 #include <utility>
 
 #include "sv/application.h"
@@ -152,15 +154,23 @@ struct Bitmap::Shared {
 
 Bitmap::Bitmap(const Image& image) {
     if (image.IsEmpty()) return;
+    // Before the system's bitmap, which would be lost when there is no memory for it.
+    std::unique_ptr<Shared> shared(new (std::nothrow) Shared{1, nullptr, image.GetSize()});
+    if (!shared) return;
     std::uint32_t* pixels = nullptr;
-    const HBITMAP handle = newPixels(image.GetSize(), pixels);
-    if (!handle) return;
+    shared->handle = newPixels(image.GetSize(), pixels);
+    if (!shared->handle) return;
     std::copy_n(image.GetRow(0), pixelCount(image.GetSize()), pixels);
-    m_shared = new Shared{1, handle, image.GetSize()};
+    m_shared = shared.release();
 }
 
-Bitmap::Bitmap(HBITMAP__* handle, Size size)
-    : m_shared(handle ? new Shared{1, handle, size} : nullptr) {}
+Bitmap::Bitmap(HBITMAP__* handle, Size size) {
+    if (!handle) return;
+    m_shared = new (std::nothrow) Shared{1, handle, size};
+    if (m_shared) return;
+    ::DeleteObject(handle);  // it is ours now
+    throw std::bad_alloc();
+}
 
 Bitmap::Bitmap(const Bitmap& other) : m_shared(other.m_shared) {
     if (m_shared) ++m_shared->owners;
