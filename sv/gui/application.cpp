@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "callback.h"
 #include "sv/window.h"
 
 #include <windows.h>
@@ -28,9 +29,11 @@ bool isForChildWindows(MSG& message) {
 }
 
 void dispatch(MSG& message) {
-    if (isForChildWindows(message)) return;
-    ::TranslateMessage(&message);
-    ::DispatchMessageA(&message);
+    if (!isForChildWindows(message)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
+    throwKeptException();
 }
 
 }  // namespace

@@ -12,6 +12,10 @@ namespace SV {
 
 namespace {
 
+// Of a number field, more than a number within bounds can have. No text that takes memory: the
+// system calls when the user leaves the field.
+constexpr int kMostDigits = 40;
+
 Area areaOf(HWND window) {
     RECT area = {};
     ::GetWindowRect(window, &area);
@@ -119,16 +123,19 @@ void MetricField::SetValue(int value) {
     const int within = std::max(m_min, std::min(value, m_max));
     // The text as well: the buttons leave it alone when they have the value already.
     ::SendMessageA(m_spin.GetHandle(), UDM_SETPOS32, 0, within);
-    const String text(std::to_string(within));
-    if (m_handle && GetText() != text) SetText(text);
+    char text[kMostDigits] = "", shown[kMostDigits] = "";
+    std::to_chars(text, text + sizeof text - 1, within);
+    ::GetWindowTextA(m_handle, shown, sizeof shown);
+    if (m_handle && std::string_view(text) != shown) ::SetWindowTextA(m_handle, text);
 }
 
 int MetricField::GetValue() const {
     if (!m_handle) return m_min;
-    const String text = GetText();
+    char text[kMostDigits] = "";
+    const int length = ::GetWindowTextA(m_handle, text, sizeof text);
     int value = m_min;
     // Too long a number leaves the value as it is, and that is not what was typed.
-    const auto [end, error] = std::from_chars(text.begin(), text.end(), value);
+    const auto [end, error] = std::from_chars(text, text + length, value);
     if (error == std::errc::result_out_of_range) value = text[0] == '-' ? m_min : m_max;
     return std::max(m_min, std::min(value, m_max));
 }

@@ -1,8 +1,29 @@
+#include "callback.h"
 #include "sv/control.h"
 
 #include <windows.h>
 
 namespace SV {
+
+namespace {
+
+// A window that cannot be used meanwhile.
+class Disabled {
+public:
+    explicit Disabled(const Window* window) : m_handle(window ? window->GetHandle() : nullptr) {
+        if (m_handle) ::EnableWindow(m_handle, FALSE);
+    }
+    Disabled(const Disabled&) = delete;
+    Disabled& operator=(const Disabled&) = delete;
+    ~Disabled() {
+        if (m_handle) ::EnableWindow(m_handle, TRUE);
+    }
+
+private:
+    const HWND m_handle;
+};
+
+}  // namespace
 
 Dialog::Dialog(Window* owner, const ResId& id) : m_owner(owner) { createFromResource(owner, id); }
 
@@ -13,13 +34,13 @@ int Dialog::Execute() {
         Application::ModalDialogSuppressionLog(GetText());
         return kOk;
     }
-    const HWND owner = m_owner ? m_owner->GetHandle() : nullptr;
-    if (owner) ::EnableWindow(owner, FALSE);
-    center();
-    ::ShowWindow(m_handle, SW_SHOW);
-    runLoop();
-    // First: otherwise the system gives the focus to another program's window.
-    if (owner) ::EnableWindow(owner, TRUE);
+    {
+        const Disabled owner(m_owner);
+        center();
+        ::ShowWindow(m_handle, SW_SHOW);
+        runLoop();
+    }
+    // Behind the owner: otherwise the system gives the focus to another program's window.
     Hide();
     return m_result ? m_result : kCancel;
 }
@@ -37,9 +58,11 @@ void Dialog::center() {
 void Dialog::runLoop() {
     MSG message;
     while (m_handle && !m_result && ::GetMessageA(&message, nullptr, 0, 0) > 0) {
-        if (::IsDialogMessageA(m_handle, &message)) continue;
-        ::TranslateMessage(&message);
-        ::DispatchMessageA(&message);
+        if (!::IsDialogMessageA(m_handle, &message)) {
+            ::TranslateMessage(&message);
+            ::DispatchMessageA(&message);
+        }
+        throwKeptException();
     }
     // The program is to end: its own loop has to see that, too.
     if (!m_result && message.message == WM_QUIT)

@@ -1,3 +1,4 @@
+#include "callback.h"
 #include "sv/control.h"
 #include "sv/systemfunction.h"
 
@@ -11,11 +12,13 @@ struct SystemWindowProc {
     static LRESULT CALLBACK onMessage(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
         auto* const window =
             reinterpret_cast<SystemWindow*>(::GetWindowLongPtrA(handle, GWLP_USERDATA));
-        if (message != WM_NCDESTROY) return window->handle(message, wParam, lParam);
-        const LRESULT result = window->handleDefault(message, wParam, lParam);
-        window->m_handle = nullptr;
-        window->Closed();
-        return result;
+        return answerSystem([&] {
+            if (message != WM_NCDESTROY) return window->handle(message, wParam, lParam);
+            const std::intptr_t result = window->handleDefault(message, wParam, lParam);
+            window->m_handle = nullptr;
+            window->Closed();
+            return result;
+        });
     }
 };
 

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "callback.h"
+
 #include <windows.h>
 
 namespace SV {
@@ -21,7 +23,10 @@ struct WindowProc {
     static void detach(HWND handle, Window* window) {
         ::SetWindowLongPtrA(handle, GWLP_USERDATA, 0);
         window->m_handle = nullptr;
-        window->Closed();
+        answerSystem([window] {
+            window->Closed();
+            return 0;
+        });
     }
     static Window* objectOf(LPARAM createParameters) {
         void* const given = reinterpret_cast<CREATESTRUCTA*>(createParameters)->lpCreateParams;
@@ -81,6 +86,22 @@ void raiseSystemObjectFailed() {
     }
 }
 
+// Between the system's two calls for it, whatever happens: a window stays to be painted otherwise.
+class Painting {
+public:
+    explicit Painting(HWND window) : m_window(window), m_device(::BeginPaint(window, &m_paint)) {}
+    Painting(const Painting&) = delete;
+    Painting& operator=(const Painting&) = delete;
+    ~Painting() { ::EndPaint(m_window, &m_paint); }
+
+    HDC device() const { return m_device; }
+
+private:
+    PAINTSTRUCT m_paint;
+    HWND m_window;
+    HDC m_device;
+};
+
 void tellApplication(UINT message) {
     Application* const application = GetpApp();
     if (!application) return;
@@ -113,7 +134,7 @@ LRESULT CALLBACK WindowProc::onMessage(HWND handle, UINT message, WPARAM wParam,
     }
     Window* const window = of(handle);
     if (!window) return ::DefWindowProcA(handle, message, wParam, lParam);
-    const LRESULT result = window->handle(message, wParam, lParam);
+    const LRESULT result = answerSystem([&] { return window->handle(message, wParam, lParam); });
     if (message == WM_NCDESTROY) detach(handle, window);
     return result;
 }
@@ -130,11 +151,11 @@ LRESULT CALLBACK WindowProc::onClientMessage(HWND handle, UINT message, WPARAM w
             break;
         case WM_PAINT:
             if (!isOurs) break;
-            PAINTSTRUCT paint;
-            ::BeginPaint(handle, &paint);
-            ::EndPaint(handle, &paint);  // `PaintMDIClient` paints all of it, by its own device
-            application->PaintMDIClient(handle);
-            return 0;
+            { const Painting done(handle); }  // `PaintMDIClient` paints all, by its own device
+            return answerSystem([&] {
+                application->PaintMDIClient(handle);
+                return 0;
+            });
         case WM_SIZE:
             ::InvalidateRect(handle, nullptr, FALSE);
             break;
@@ -202,12 +223,9 @@ std::intptr_t Window::handle(unsigned message, std::uintptr_t wParam, std::intpt
     switch (message) {
         case WM_ERASEBKGND:
             return 1;
-        case WM_PAINT: {
-            PAINTSTRUCT paint;
-            Paint(::BeginPaint(m_handle, &paint));
-            ::EndPaint(m_handle, &paint);
+        case WM_PAINT:
+            Paint(Painting(m_handle).device());
             return 0;
-        }
         case WM_SIZE:
             Resized({LOWORD(lParam), HIWORD(lParam)});
             break;

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+#include <vector>
+
 #include "sv/image.h"
 #include "support/box_watcher.h"
 
@@ -44,10 +47,20 @@ public:
     using SV::MDIChild::MDIChild;
     int paints = 0;
     bool mayClose = true;
+    bool isThrowing = false;
 
 private:
-    void Paint(HDC__*) override { ++paints; }
-    bool QueryClose() override { return mayClose; }
+    void Paint(HDC__*) override {
+        ++paints;
+        failOnDemand();
+    }
+    bool QueryClose() override {
+        failOnDemand();
+        return mayClose;
+    }
+    void failOnDemand() const {
+        if (isThrowing) throw std::runtime_error("asked for");
+    }
 };
 
 }  // namespace
@@ -137,6 +150,25 @@ TEST(SvWindow, FrameAndChildrenWorkAsTheSystemHasThem) {
     frame.Close();
     EXPECT_EQ(frame.GetHandle(), nullptr);
     application.Execute();  // returns at once: closing the frame ended it
+}
+
+TEST(SvWindow, WhatItsOperationsThrowComesOutOfTheMessageLoop) {
+    SV::MDIApplication application;
+    SV::MDIFrame frame("Frame");
+    NotingChild child(frame, "Child");
+    frame.Show();
+    application.Reschedule();
+
+    child.isThrowing = true;
+    const int before = child.paints;
+    child.Invalidate();
+    EXPECT_THROW(application.Reschedule(), std::runtime_error);
+    application.Reschedule();  // the area counts as painted, and the exception is gone
+    EXPECT_EQ(child.paints, before + 1);
+
+    child.Close();                                            // a message that is sent
+    EXPECT_THROW(application.Execute(), std::runtime_error);  // which does not wait for another one
+    EXPECT_NE(child.GetHandle(), nullptr);
 }
 
 TEST(SvWindow, SuppressedWindowsAreMadeButNotShown) {

@@ -37,8 +37,8 @@ public:
 protected:
     Window() = default;
 
-    // Called for the window's messages, on the main thread; nothing happens here. They must not
-    // throw: the system stands between them and the caller.
+    // Called for the window's messages, on the main thread; nothing happens here. What they throw
+    // comes out of the message loop (`Execute`, `Reschedule`, that of a dialog).
     virtual void Paint(HDC__* device);      // the whole client area; nobody has erased it
     virtual void Resized(Size clientSize);  // to this size
     virtual void Command(int id);           // of a menu or a control, below 65024
