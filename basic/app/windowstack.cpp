@@ -12,23 +12,24 @@ std::vector<SV::Window*>& stack() {
     return windows;
 }
 
-void announce(bool isAdded, const SV::Window* window) {
-    const auto depth = static_cast<long>(stack().size());
-    ZelWindowStackChangedEvent(depth, isAdded, window ? window->GetText() : SV::String()).trigger();
+ZelWindowStackChangedEvent change(std::size_t depth, bool isAdded, const SV::Window* window) {
+    return {static_cast<long>(depth), isAdded, window ? window->GetText() : SV::String()};
 }
 
 }  // namespace
 
 void Zel_PushParentWindow(SV::Window* window) {
+    // Made before anything changes: memory may be out.
+    ZelWindowStackChangedEvent event = change(stack().size() + 1, true, window);
     stack().push_back(window);
-    announce(true, window);
+    event.trigger();
 }
 
 void Zel_PopParentWindow() {
     if (stack().empty()) return;
     const SV::Window* const window = stack().back();
-    stack().pop_back();
-    announce(false, window);
+    stack().pop_back();  // first: the window may be about to go
+    change(stack().size(), false, window).trigger();
 }
 
 SV::Window* Zel_GetTopParentWindow() { return stack().empty() ? nullptr : stack().back(); }

@@ -184,6 +184,8 @@ bool ZelMDIApplication::MakeMDIClientImg(bool useVirtualScreen) {
     if (size.width < 1 || size.height < 1) return false;  // no second screen
     const SV::VirtualDevice device(size);
     image.Draw(device.GetDC(), 0, 0);
-    m_clientImage = device.GetBitmap();
+    SV::Bitmap made = device.GetBitmap();
+    if (made.IsEmpty()) return false;
+    m_clientImage = std::move(made);
     return true;
 }

@@ -1,5 +1,7 @@
 // What the user is told when something fails.
 
+#include <utility>
+
 #include "diag/format.h"
 #include "diag/librarytext.h"
 #include "diag/settings.h"
@@ -37,6 +39,18 @@ bool showAndAskToDebug(const SV::String& text) {
     }
     showFailure(text, MB_OK);
     return false;
+}
+
+// Whatever fails while a box is open leads to no second one; one without memory is still to come.
+template <class Show>
+void showOnce(bool& wasShown, Show show) {
+    if (std::exchange(wasShown, true)) return;
+    try {
+        show();
+    } catch (...) {
+        wasShown = false;
+        throw;
+    }
 }
 
 // "logger-34 [1.8.0.230922]" for line 34 of Logger.cxx.
@@ -123,24 +137,24 @@ void displayErrorMessage(const char* sourceFile, unsigned line) {
 }
 
 void displayDeadNetworkMessage() {
-    if (g_wasDeadNetworkShown) return;
-    g_wasDeadNetworkShown = true;
-    const SV::String text = libraryText(kLostConnectionText);
-    if (SV::Application::IsModalDialogSuppression()) {
-        SV::Application::ModalDialogSuppressionLog("displayDeadNetworkMessage()\n" + text);
-        return;
-    }
-    if (showAndAskToDebug(text)) ::DebugBreak();
+    showOnce(g_wasDeadNetworkShown, [] {
+        const SV::String text = libraryText(kLostConnectionText);
+        if (SV::Application::IsModalDialogSuppression()) {
+            SV::Application::ModalDialogSuppressionLog("displayDeadNetworkMessage()\n" + text);
+            return;
+        }
+        if (showAndAskToDebug(text)) ::DebugBreak();
+    });
 }
 
 void displayExitMessage() {
-    if (g_wasExitShown) return;
-    g_wasExitShown = true;
-    const SV::String text = "--- E X I T ---";
-    if (SV::Application::IsModalDialogSuppression()) {
-        SV::Application::ModalDialogSuppressionLog(text);
-        return;
-    }
-    if (!g_diagSettings.releaseAssertions) return;
-    if (showFailure(text + kExitDebugHint, MB_OKCANCEL) == IDCANCEL) ::DebugBreak();
+    showOnce(g_wasExitShown, [] {
+        const SV::String text = "--- E X I T ---";
+        if (SV::Application::IsModalDialogSuppression()) {
+            SV::Application::ModalDialogSuppressionLog(text);
+            return;
+        }
+        if (!g_diagSettings.releaseAssertions) return;
+        if (showFailure(text + kExitDebugHint, MB_OKCANCEL) == IDCANCEL) ::DebugBreak();
+    });
 }

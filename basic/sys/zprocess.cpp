@@ -141,6 +141,7 @@ ZelAsynchronousProcess::ZelAsynchronousProcess(const SV::String& command,
     : ZelBasicProcess(command, parameters, show) {}
 
 bool ZelAsynchronousProcess::Execute(SV::Window* parent) {
+    ++g_executeCount;
     static auto* const execute =
         SV::SystemFunction<decltype(::ShellExecuteExA)>("shell32.dll", "ShellExecuteExA");
     const SV::Window* const window = parent ? parent : SV::Application::GetAppWindow();
@@ -155,7 +156,6 @@ bool ZelAsynchronousProcess::Execute(SV::Window* parent) {
     ZelDebugOut(
         formatted("[zproc] Asynchronous exec: %s %s\n", m_command.c_str(), m_parameters.c_str())
             .c_str());
-    ++g_executeCount;
     return execute && execute(&what);
 }
 

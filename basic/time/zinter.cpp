@@ -56,8 +56,14 @@ ZelInternational::~ZelInternational() = default;
 
 void ZelInternational::InitAvailableLanguages() {
     if (aInstance.m_isListRead) return;
-    aInstance.m_isListRead = true;
-    aInstance.readLanguageList();
+    aInstance.m_isListRead = true;  // first: what reports a fault of the list must not read it anew
+    try {
+        aInstance.readLanguageList();
+    } catch (...) {
+        aInstance.m_languages.clear();
+        aInstance.m_isListRead = false;
+        throw;
+    }
 }
 
 void ZelInternational::readLanguageList() {

@@ -37,6 +37,22 @@ private:
     const bool m_before;
 };
 
+using Managers = std::vector<std::unique_ptr<SV::ResMgr>>;
+
+// At its end, however that comes.
+class FirstBecomesCurrent {
+public:
+    explicit FirstBecomesCurrent(const Managers& managers) : m_managers(managers) {}
+    FirstBecomesCurrent(const FirstBecomesCurrent&) = delete;
+    FirstBecomesCurrent& operator=(const FirstBecomesCurrent&) = delete;
+    ~FirstBecomesCurrent() {
+        if (!m_managers.empty()) SV::Resource::SetResManager(m_managers.front().get());
+    }
+
+private:
+    const Managers& m_managers;
+};
+
 SV::String cut(const SV::String& name) { return name.substr(0, kNameLimit); }
 
 void tellFailure(const SV::String& fileName) {
@@ -115,18 +131,17 @@ bool ZelInternational::isLoadingResourceFile() { return aInstance.m_isLoading; }
 bool ZelInternational::errorLoadingResourceFiles() { return aInstance.m_hasFailed; }
 
 void ZelInternational::updateResourceManagers() {
-    std::vector<std::unique_ptr<SV::ResMgr>>& managers = aInstance.m_managers;
+    Managers& managers = aInstance.m_managers;
     SV::Resource::SetResManager(nullptr);
+    const FirstBecomesCurrent afterwards(managers);
     for (std::size_t left = managers.size(); left > 0; --left) {
-        // Still loaded while its successor is: a message needs texts, too.
-        const std::unique_ptr<SV::ResMgr> old = std::move(managers.front());
-        managers.erase(managers.begin());
         // Relied on by callers: a file that once came from beside the program stays
         // there, for only names with two backslashes lead into a language folder.
-        const SV::String& name = old->GetFileName();
+        const SV::String& name = managers.front()->GetFileName();
         createResourceManager(baseNameOf(name), isInLanguageFolder(name));
+        // Loaded until its successor is: a message needs texts, too, and memory may be out.
+        managers.erase(managers.begin());
     }
-    if (!managers.empty()) SV::Resource::SetResManager(managers.front().get());
 }
 
 SV::ResMgr* ZelInternational::getNextResMgr() {

@@ -50,7 +50,7 @@ void addResult(Answer& answer, std::pair<Byte*, int> result) {
 
 template <class Byte>
 std::string taken(std::pair<Byte*, int> result) {
-    const std::string text(reinterpret_cast<char*>(result.first));
+    std::string text(reinterpret_cast<char*>(result.first));
     U::Free(result.first);
     return text;
 }

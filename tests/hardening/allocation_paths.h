@@ -54,6 +54,7 @@ Step withFile(std::string_view content, void (*use)(Answer&, const SV::String& p
 
 const std::vector<AllocationPath>& portablePaths();
 const std::vector<AllocationPath>& platformPaths();  // those that need this system
+const std::vector<AllocationPath>& guiPaths();       // those of a system that has windows
 
 // What the paths need around them, as long as it lives.
 std::shared_ptr<void> placeForPaths();
