@@ -13,13 +13,17 @@ const char kSmallModel[] =
     "  edge [ source 1 target 2 label \"<e>\" ]\n"
     "]\n";
 
+std::string largeModel() {
+    std::string gml = "graph [\n";
+    for (int i = 0; i < 200000; ++i) gml += "node [ id " + std::to_string(i) + " ]\n";
+    return gml + "]\n";
+}
+
 std::string hostProgram() { return programFolder() + "\\zelhost.exe"; }
 
 ChildResult runHost(const std::string& directory, std::vector<std::string> arguments) {
     arguments.push_back("-no_windows");
-    ChildOptions options;
-    options.directory = directory;
-    return runProgram(hostProgram(), arguments, options);
+    return runProgram(hostProgram(), arguments, {directory});
 }
 
 std::vector<std::string> filesIn(const std::string& directory) {

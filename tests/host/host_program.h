@@ -11,6 +11,9 @@
 // the code page.
 extern const char kSmallModel[];
 
+// Large enough for its export to take many times as long as the program lets messages wait.
+std::string largeModel();
+
 std::string hostProgram();
 
 // Runs it in `directory` without windows.

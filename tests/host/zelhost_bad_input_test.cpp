@@ -206,11 +206,8 @@ public:
 
     // Without a directory for them no minidumps are written, which take seconds each.
     ChildOptions options() const {
-        ChildOptions options;
-        options.directory = m_copy.folder().root().string();
         const std::string nowhere = path("nowhere");
-        options.environment = {"TEMP=" + nowhere, "TMP=" + nowhere};
-        return options;
+        return {m_copy.folder().root().string(), {"TEMP=" + nowhere, "TMP=" + nowhere}};
     }
     void expectToWork() const {
         const ChildResult result = runProgram(

@@ -91,41 +91,30 @@ TEST(Zelhost, RefusesWrongUsage) {
     struct Case {
         const char* why;
         std::vector<std::string> arguments;
-        unsigned long exitCode;
-        const char* out;  // the beginnings
-        const char* err;
+        const char* problem;
     };
-    const std::vector<Case> cases = {
-        {"help", {"-?"}, 0, "usage: zelhost ", ""},
-        {"no model", {}, 2, "", "zelhost: no model is named\n\nusage: zelhost "},
-        {"unknown option", {"m.gml", "-zoom"}, 2, "", "zelhost: unknown option -zoom\n\nusage: "},
-        {"more than a flag of the library",
-         {"m.gml", "-tracer"},
-         2,
-         "",
-         "zelhost: unknown option -tracer\n\nusage: "},
-        {"-match alone",
-         {"m.gml", "-match"},
-         2,
-         "",
-         "zelhost: option -match needs a pattern\n\nusage: "},
-        {"-o alone", {"m.gml", "-o"}, 2, "", "zelhost: option -o needs a directory\n\nusage: "},
-        {"-after alone",
-         {"m.gml", "-after"},
-         2,
-         "",
-         "zelhost: option -after needs a command line\n\nusage: "},
+    const Case cases[] = {
+        {"no model", {}, "no model is named"},
+        {"unknown option", {"m.gml", "-zoom"}, "unknown option -zoom"},
+        {"more than a flag of the library", {"m.gml", "-tracer"}, "unknown option -tracer"},
+        {"-match alone", {"m.gml", "-match"}, "option -match needs a pattern"},
+        {"-o alone", {"m.gml", "-o"}, "option -o needs a directory"},
+        {"-after alone", {"m.gml", "-after"}, "option -after needs a command line"},
     };
     const TempDir dir;
     dir.write("m.gml", kSmallModel);
-    for (const auto& [why, arguments, exitCode, out, err] : cases) {
+    for (const auto& [why, arguments, problem] : cases) {
         SCOPED_TRACE(why);
         const ChildResult result = runHost(dir.root().string(), arguments);
-        EXPECT_EQ(result.exitCode, exitCode);
-        EXPECT_EQ(result.out.substr(0, std::string(out).size()), out);
-        EXPECT_EQ(result.err.substr(0, std::string(err).size()), err);
-        EXPECT_NE(result.out.empty(), result.err.empty());
+        EXPECT_EQ(result.exitCode, 2u);
+        EXPECT_EQ(result.out, "");
+        const std::string err = std::string("zelhost: ") + problem + "\n\nusage: zelhost ";
+        EXPECT_EQ(result.err.substr(0, err.size()), err);
     }
+    const ChildResult help = runHost(dir.root().string(), {"-?"});
+    EXPECT_EQ(help.exitCode, 0u);
+    EXPECT_EQ(help.out.find("usage: zelhost "), 0u) << help.out;
+    EXPECT_EQ(help.err, "");
     EXPECT_EQ(filesIn(dir.root().string()), std::vector<std::string>{"m.gml"});
 }
 
@@ -172,12 +161,10 @@ TEST(Zelhost, TakesPartInTheLibrarysStartUp) {
     const TempDir dir;
     dir.write("m.gml", kSmallModel);
     dir.write("bad.gml", "");
-    ChildOptions options;
-    options.directory = dir.root().string();
     RunningProgram program(hostProgram(),
                            {"m.gml", "bad.gml", "-no_gui", "-pidfilepid.txt", "-trace",
                             "-trftrace.txt", "-log_no_dialogsboxes.txt"},
-                           options);
+                           {dir.root().string()});
     const std::string id = std::to_string(program.id());
     const ChildResult result = program.wait();
     EXPECT_EQ(result.exitCode, 1u);
