@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 
+#include "boxes.h"
 #include "database_user.h"
 #include "hostframe.h"
 #include "model_call.h"
@@ -101,7 +103,7 @@ int HostApplication::runApplication() {
     Zel_Trace("zelhost: %d of %d models are open", static_cast<int>(m_names.size()),
               static_cast<int>(m_options.models.size()));
     showProblems();
-    if (m_frame && !isClosed() && !isBreakWanted()) Execute();
+    if (m_frame && !isClosed() && !isBreakWanted()) handleMessages();
     closeOnBreak(nullptr);
     m_frame.reset();
     m_commands.discard();
@@ -119,6 +121,19 @@ int HostApplication::processAll() {
     if (m_options.models.empty() && !runCommands(nullptr)) status = kSomeFailed;
     if (!m_options.after.empty() && !runAfter(status == kDone)) status = kSomeFailed;
     return status;
+}
+
+// Where memory runs out only what was being done is given up. The user is told once: a window that
+// cannot be painted would be painted behind the box, again and again.
+void HostApplication::handleMessages() {
+    for (bool isTold = false;; isTold = true) {
+        try {
+            return Execute();
+        } catch (const std::bad_alloc&) {
+            log("not enough memory: something was given up");
+            if (!isTold) showProblem(textOf(Text::kNoMemory));
+        }
+    }
 }
 
 bool HostApplication::isClosed() const { return m_frame && !m_frame->GetHandle(); }

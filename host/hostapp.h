@@ -68,6 +68,7 @@ private:
     bool isClosed() const;  // by the user, maybe in the middle of the work
     std::string freeName(const std::string& path);
     int processAll();
+    void handleMessages();
     int process(const std::string& path);
     bool read(Model& model);
     bool draw(Model& model);

@@ -58,6 +58,7 @@ enum class Text : std::uint32_t {
     kAdviceFile,    // where none is
     kAbout,         // version, build, data version and language
     kMoreProblems,  // "%s" is their number
+    kNoMemory,
 };
 
 // In the language of the user interface.

@@ -5,9 +5,11 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <new>
 #include <regex>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "host/host_program.h"
@@ -145,6 +147,41 @@ private:
 };
 
 }  // namespace
+
+CHILD_MAIN(hostWithoutMemory) {
+    static bool isMemoryOut = false;
+    const Incident incident("m", ZelEvent_BeforeSaveModel, [](ZelEvent*) {
+        if (isMemoryOut) throw std::bad_alloc();
+    });
+    const BoxWatcher boxes(IDOK);
+    static const BoxWatcher& watcher = boxes;
+    static std::thread user;
+    runHostHere(argc, argv, [](HWND frame) {
+        isMemoryOut = true;
+        user = std::thread([frame] {
+            post(frame, HostFrame::kExport);
+            watcher.waitFor(1);
+            post(frame, HostFrame::kExport);
+            post(frame, HostFrame::kExit);
+        });
+    });
+    user.join();
+    for (const SeenBox& box : boxes.seen()) std::printf("%s\n", box.text.c_str());
+    return 0;
+}
+
+TEST(ZelhostInside, GoesOnWhereMemoryRunsOut) {
+    const TempDir dir;
+    dir.write("m.gml", kSmallModel);
+    const ChildResult result =
+        runChild("hostWithoutMemory", {"m.gml", "-lang1033"}, {dir.root().string()});
+    const std::string save = "BeforeSaveModel m\n";
+    EXPECT_EQ(printedBehindStart(result),
+              save + save + "AfterDiscardModelWindow m\nAppExit\n" +
+                  "There is not enough memory for what was to be done.\n\nClose other models and "
+                  "programs, then try again. What fails for the same reason later is only noted in "
+                  "the file zelhost.log in the start folder.\n");
+}
 
 CHILD_MAIN(hostEvents) {
     const Incident incidents[] = {
