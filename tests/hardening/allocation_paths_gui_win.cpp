@@ -52,14 +52,14 @@ Step stacking() {
         try {
             Zel_PushParentWindow(frame.get());
         } catch (const std::bad_alloc&) {
-            answer.add(Zel_GetTopParentWindow() ? "left there" : "not there");
+            answer.add(Zel_GetTopParentWindow() ? "lost" : "not there");
             return;
         }
         try {
             Zel_PopParentWindow();
         } catch (const std::bad_alloc&) {
         }
-        answer.add(Zel_GetTopParentWindow() ? "left there" : "taken");
+        answer.add(Zel_GetTopParentWindow() ? "lost" : "taken");
     };
 }
 
