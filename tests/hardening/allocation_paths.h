@@ -27,6 +27,9 @@ private:
 
 using Step = std::function<void(Answer&)>;
 
+// A part of no answer that is right, with memory and without.
+constexpr std::string_view kLost = "lost";
+
 // Said for a path that `std::bad_alloc` came out of.
 constexpr std::string_view kThrows = "throws";
 

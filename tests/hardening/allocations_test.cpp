@@ -29,7 +29,7 @@ Answer usualAnswer(const AllocationPath& path) {
     for (int n = 1;; ++n) {
         const Answer answer = answerWithout(step, n, MemoryFault::kOnce);
         if (!FailingAllocation::hasFailed()) return answer;
-        EXPECT_EQ(answer.text().find("lost"), std::string_view::npos) << n << ": " << answer.text();
+        EXPECT_EQ(answer.text().find(kLost), std::string_view::npos) << n << ": " << answer.text();
     }
 }
 
@@ -58,7 +58,7 @@ TEST(Allocations, FailOneByOne) {
         for (const AllocationPath& path : *paths) {
             SCOPED_TRACE(path.why);
             const Answer usual = usualAnswer(path);
-            EXPECT_EQ(usual.text().find("lost"), std::string_view::npos) << usual.text();
+            EXPECT_EQ(usual.text().find(kLost), std::string_view::npos) << usual.text();
             for (const MemoryFault fault : {MemoryFault::kOnce, MemoryFault::kForGood}) {
                 SCOPED_TRACE(fault == MemoryFault::kOnce ? "one fails" : "all behind it fail, too");
                 int n = 1;
