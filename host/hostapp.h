@@ -70,6 +70,7 @@ private:
     int processAll();
     void handleMessages();
     int process(const std::string& path);
+    int importAndExport(const std::string& path);
     bool read(Model& model);
     bool draw(Model& model);
     void noteStop(const std::string& path);

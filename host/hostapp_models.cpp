@@ -1,6 +1,7 @@
 // What the program does with models.
 
 #include <cstdio>
+#include <new>
 
 #include "exporter.h"
 #include "hostapp.h"
@@ -19,6 +20,17 @@
 namespace zelhost {
 
 int HostApplication::process(const std::string& path) {
+    try {
+        return importAndExport(path);
+    } catch (const std::bad_alloc&) {  // the other models may have enough
+        Message problem(kNoMemoryForGraph);
+        problem.place = path;
+        report(problem, Text::kAdviceFile);
+        return kSomeFailed;
+    }
+}
+
+int HostApplication::importAndExport(const std::string& path) {
     const Work work(*this);
     if (!isWorkWanted()) return kStopped;
     const auto start = Clock::now();

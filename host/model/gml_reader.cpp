@@ -349,6 +349,9 @@ std::vector<Message> GmlResult::remarksIn(const std::string& fileName) const {
     return all;
 }
 
+const char kNoMemoryForGraph[] =
+    "there is not enough memory for this graph: close other models and programs";
+
 GmlResult readGml(const std::string& fileName, Graph& graph, const Progress& progress) {
     const FileScan scan = scanTextFile(fileName);
     if (scan.problem) {
@@ -359,11 +362,7 @@ GmlResult readGml(const std::string& fileName, Graph& graph, const Progress& pro
         GmlLexer lexer(fileName, scan);
         return GmlReader(lexer, graph, progress).run();
     } catch (const std::bad_alloc&) {
-        return {GmlResult::Status::failed,
-                0,
-                "there is not enough memory for this graph: close other models and programs",
-                {},
-                0};
+        return {GmlResult::Status::failed, 0, kNoMemoryForGraph, {}, 0};
     }
 }
 

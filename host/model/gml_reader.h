@@ -12,6 +12,9 @@
 
 namespace zelhost {
 
+// What is said, with the file's name, when memory runs out.
+extern const char kNoMemoryForGraph[];
+
 struct GmlResult {
     enum class Status { done, failed, cancelled };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <regex>
 
 namespace fs = std::filesystem;
 
@@ -24,6 +25,10 @@ std::string hostProgram() { return programFolder() + "\\zelhost.exe"; }
 ChildResult runHost(const std::string& directory, std::vector<std::string> arguments) {
     arguments.push_back("-no_windows");
     return runProgram(hostProgram(), arguments, {directory});
+}
+
+std::string withoutProgress(const std::string& err) {
+    return std::regex_replace(err, std::regex("[^\n]*: (drawing|writing .*|.* %) *\n"), "");
 }
 
 std::vector<std::string> filesIn(const std::string& directory) {

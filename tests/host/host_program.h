@@ -19,6 +19,9 @@ std::string hostProgram();
 // Runs it in `directory` without windows.
 ChildResult runHost(const std::string& directory, std::vector<std::string> arguments);
 
+// What it says on standard error but for its progress, of which a busy machine shows more.
+std::string withoutProgress(const std::string& err);
+
 // The names of all files in `directory` and below, as "sub\name", sorted.
 std::vector<std::string> filesIn(const std::string& directory);
 

@@ -108,7 +108,7 @@ TEST(ZelhostBadInput, EachBadModelGetsAMessageAndTheOthersAreExported) {
 
     const ChildResult result = runHost(dir.root().string(), arguments);
     EXPECT_EQ(result.exitCode, 1u);
-    const std::vector<std::string> lines = linesOf(result.err);
+    const std::vector<std::string> lines = linesOf(withoutProgress(result.err));
     EXPECT_EQ(lines.size(), messages.size()) << result.err;
     for (std::size_t i = 0; i < std::min(lines.size(), messages.size()); ++i) {
         EXPECT_EQ(lines[i].substr(0, messages[i].size()), messages[i]);
