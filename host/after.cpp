@@ -25,15 +25,20 @@ std::string clauseFor(const std::string& commandLine, const char* op, const std:
     return clause + "\"";
 }
 
+struct End {
+    std::optional<long> exitCode;
+    DWORD error = ERROR_SUCCESS;  // of a start that failed
+};
+
 // Waiting takes a second at a time: not for a thread with windows.
-std::optional<long> execute(const std::string& commandLine) {
+End execute(const std::string& commandLine) {
     ZelSynchronousProcess process(SV::String(commandLine), "", kCmdShowNormal);
     process.SetUseRedirection(true);
-    if (!process.Execute(false)) return std::nullopt;
+    if (!process.Execute(false)) return {std::nullopt, ::GetLastError()};
     long code = 0;
     while ((code = process.Wait()) == -1) {
     }
-    return code;
+    return {code};
 }
 
 }  // namespace
@@ -46,12 +51,14 @@ AfterResult runAfterExport(const std::string& commandLine, const std::string& di
     ::DeleteFileA(path.c_str());  // of an earlier run
     const std::string redirected =
         commandLine + clauseFor(commandLine, "1>", path) + clauseFor(commandLine, "2>", path);
-    std::future<std::optional<long>> end = std::async(std::launch::async, execute, redirected);
-    while (end.wait_for(kIdleTime) != std::future_status::ready) onIdle();
-    result.exitCode = end.get();
+    std::future<End> future = std::async(std::launch::async, execute, redirected);
+    while (future.wait_for(kIdleTime) != std::future_status::ready) onIdle();
+    const End end = future.get();
+    result.exitCode = end.exitCode;
     if (!result.exitCode) {
         ::DeleteFileA(path.c_str());
-        result.problem = {"the command cannot be started: %s", {commandLine}};
+        result.problem =
+            systemProblem("the command cannot be started: %s: %s", {commandLine}, end.error);
     } else if (Zel_FileExists(path.c_str())) {
         result.output = path;
     }

@@ -20,10 +20,8 @@ constexpr std::uint16_t kEnglish = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
 
 // `text` has a "%s" for what the system says to its last error.
 Message lastError(const std::string& path, const char* text) {
-    const std::uint32_t error = ::GetLastError();
-    Message message(text, {systemMessage(error, kEnglish)});
+    Message message = systemProblem(text, {}, ::GetLastError());
     message.place = path;
-    message.systemError = error;
     return message;
 }
 
@@ -79,6 +77,13 @@ std::string systemMessage(std::uint32_t error, std::uint16_t language) {
     std::string message(text, length);
     while (!message.empty() && (message.back() == ' ' || message.back() == '.')) message.pop_back();
     return message.empty() ? "system error " + std::to_string(error) : message;
+}
+
+Message systemProblem(const char* english, std::vector<std::string> details, std::uint32_t error) {
+    details.push_back(systemMessage(error, kEnglish));
+    Message message(english, std::move(details));
+    message.systemError = error;
+    return message;
 }
 
 std::string absolutePath(const std::string& path) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/message.h"
 #include "model/text_output.h"
@@ -24,6 +25,9 @@ std::string withExtension(const std::string& path);
 
 // What the system says to an error, in that language where it has it.
 std::string systemMessage(std::uint32_t error, std::uint16_t language);
+
+// `english` with these details and, for its last "%s", what the system says to the error.
+Message systemProblem(const char* english, std::vector<std::string> details, std::uint32_t error);
 
 // Makes the directory and those above it; false with the system's reason in `problem`.
 bool makeDirectory(const std::string& path, Message& problem);

@@ -104,7 +104,10 @@ bool ZelSynchronousProcess::Execute(bool showConsoleWindow) {
     }
     STARTUPINFOA startup = startupOf(m_show, m_output, m_error);
     ZelDebugOut(formatted("[zproc] Synchronous exec: %s\n", line.command.c_str()).c_str());
-    if (line.command.size() > kLongestCommandLine) return false;
+    if (line.command.size() > kLongestCommandLine) {
+        ::SetLastError(ERROR_FILENAME_EXCED_RANGE);  // as the system does for one that is longer
+        return false;
+    }
     PROCESS_INFORMATION process = {};
     if (!::CreateProcessA(nullptr, line.command.data(), nullptr, nullptr, TRUE,
                           showConsoleWindow ? 0 : CREATE_NO_WINDOW, nullptr, nullptr, &startup,

@@ -71,9 +71,9 @@ public:
     virtual ~ZelSynchronousProcess();  // a program that runs goes on running
 
     // Starts the program in the current directory. False when one started by this object is still
-    // under way, when there is no command line, or when the system cannot start it; redirect files
-    // are made and stay open even then. A redirect file that cannot be opened does not keep the
-    // program from starting: its stream is then not redirected.
+    // under way, when there is no command line, or when the system cannot start it, whose last
+    // error says why; redirect files are made and stay open even then. One that cannot be opened
+    // does not keep the program from starting: its stream is then not redirected.
     // Without `showConsoleWindow` a console program gets no console.
     bool Execute(bool showConsoleWindow);
 
