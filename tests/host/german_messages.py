@@ -22,9 +22,11 @@ def literals(source):
 
 def pairs(folder):
     resource = (folder / 'texts/zelhost_1031.rc').read_text(encoding='utf-8')
-    found = re.findall(r'^ +(41\d{3}), "((?:[^"]|"")*)"$', resource, re.M)
+    line = r'"(?:[^"]|"")*"'
+    found = re.findall(rf'^ +(41\d{{3}}),\s+({line}(?:\s+{line})*)$', resource, re.M)
     assert [int(number) for number, _ in found] == list(range(41000, 41000 + len(found)))
-    texts = [text.replace('""', '"') for _, text in found]
+    texts = [''.join(part[1:-1].replace('""', '"') for part in re.findall(line, text))
+             for _, text in found]
     return list(zip(texts[::2], texts[1::2], strict=True))
 
 
