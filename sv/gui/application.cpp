@@ -28,14 +28,6 @@ bool isForChildWindows(MSG& message) {
     return frame && ::TranslateMDISysAccel(frame->GetClient(), &message);
 }
 
-void dispatch(MSG& message) {
-    if (!isForChildWindows(message)) {
-        ::TranslateMessage(&message);
-        ::DispatchMessageA(&message);
-    }
-    throwKeptException();
-}
-
 }  // namespace
 
 Application::Application() { g_application = this; }
@@ -56,7 +48,9 @@ bool Application::Exception(long, unsigned long) { std::exit(EXIT_FAILURE); }
 
 void Application::Execute() {
     MSG message;
-    while (::GetMessageA(&message, nullptr, 0, 0) > 0) dispatch(message);
+    while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
+        finishMessage(message, isForChildWindows(message));
+    }
 }
 
 void Application::Quit() { ::PostQuitMessage(0); }
@@ -68,7 +62,7 @@ void Application::Reschedule() {
             Quit();  // seen too early: `Execute` has to see it, too
             return;
         }
-        dispatch(message);
+        finishMessage(message, isForChildWindows(message));
     }
 }
 

@@ -19,7 +19,11 @@ void keepException() noexcept {
     ::PostThreadMessageA(::GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
-void throwKeptException() {
+void finishMessage(const MSG& message, bool isTaken) {
+    if (!isTaken) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
     if (g_kept) std::rethrow_exception(std::exchange(g_kept, nullptr));
 }
 

@@ -5,13 +5,16 @@
 
 #include <cstdint>
 
+struct tagMSG;
+
 namespace SV {
 
 // Keeps the exception that is being handled, unless one waits already, and wakes the message loop.
 void keepException() noexcept;
 
-// For a message loop, behind each message: throws the exception that waits.
-void throwKeptException();
+// For every message loop: delivers the message, unless somebody has taken it already, and throws
+// the exception that waits then.
+void finishMessage(const tagMSG& message, bool isTaken);
 
 // What the system gets from `handler`; 0 when it throws.
 template <class Handler>

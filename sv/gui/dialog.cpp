@@ -58,11 +58,7 @@ void Dialog::center() {
 void Dialog::runLoop() {
     MSG message;
     while (m_handle && !m_result && ::GetMessageA(&message, nullptr, 0, 0) > 0) {
-        if (!::IsDialogMessageA(m_handle, &message)) {
-            ::TranslateMessage(&message);
-            ::DispatchMessageA(&message);
-        }
-        throwKeptException();
+        finishMessage(message, ::IsDialogMessageA(m_handle, &message));
     }
     // The program is to end: its own loop has to see that, too.
     if (!m_result && message.message == WM_QUIT)

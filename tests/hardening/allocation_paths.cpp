@@ -33,8 +33,6 @@ namespace {
 using U = ZelCryptoUtils;
 using Paths = std::vector<AllocationPath>;
 
-// Too long for the object itself, as most texts here: short ones take no memory.
-constexpr char kText[] = "a text that is too long to lie in the object itself";
 constexpr unsigned char kKey[32] = {1, 2, 3};
 
 const unsigned char* bytes(const char* text) {

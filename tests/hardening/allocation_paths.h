@@ -27,6 +27,9 @@ private:
 
 using Step = std::function<void(Answer&)>;
 
+// Too long for the object itself, as most texts of the paths: short ones take no memory.
+constexpr char kText[] = "a text that is too long to lie in the object itself";
+
 // A part of no answer that is right, with memory and without.
 constexpr std::string_view kLost = "lost";
 

@@ -18,7 +18,6 @@
 
 namespace {
 
-constexpr char kText[] = "a text that is too long to lie in the object itself";
 constexpr SV::ResId kDayMonth(ZelDayMonthControl::kResource, SV::ResId::kDialog);
 constexpr int kDayField = 101;
 
