@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "caption_filter.h"
 #include "commands.h"
+#include "model/caption_filter.h"
 #include "model_window.h"
 #include "options.h"
 #include "texts.h"

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "caption_filter.h"
 #include "filter_bar.h"
+#include "model/caption_filter.h"
 #include "model/graph.h"
 #include "model/node_times.h"
 #include "side_task.h"

@@ -1,4 +1,4 @@
-#include "caption_filter.h"
+#include "model/caption_filter.h"
 
 namespace zelhost {
 
