@@ -45,7 +45,9 @@ public:
 private:
     using Title = std::function<SV::String()>;  // asked for with windows only: others have no texts
 
-    bool isLookDue();  // only now and then: messages and texts take time themselves
+    // At once, for what the user did before, and then now and then: messages and texts take time
+    // themselves.
+    bool isLookDue();
     bool goOn(const std::string& english, const Title& title);
     void show(const std::string& english, const Title& title);
 
@@ -54,7 +56,7 @@ private:
     HostFrame* const m_frame;
     const std::string m_name;
     const Clock::time_point m_start = Clock::now();
-    Clock::time_point m_lastLook = m_start;
+    Clock::time_point m_lastLook{};
     std::string m_shown;  // on standard error
 };
 
