@@ -5,7 +5,7 @@
 // does not come.
 
 #include <initializer_list>
-#include <iterator>
+#include <ranges>
 #include <vector>
 
 #include <windows.h>
@@ -54,9 +54,7 @@ void press(std::initializer_list<char> keys) {
         inputs.push_back(input);
     };
     for (const char key : keys) add(key, 0);
-    for (const char key : std::vector<char>(std::rbegin(keys), std::rend(keys))) {
-        add(key, KEYEVENTF_KEYUP);
-    }
+    for (const char key : keys | std::views::reverse) add(key, KEYEVENTF_KEYUP);
     ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
